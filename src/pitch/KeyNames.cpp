@@ -224,31 +224,24 @@ std::string KeyNrToNameIgnoringEnh(int keyNr, TEnh enh, const CChordNamePrefs& p
     return KeyNrAndEnhToName(keyNr, enh, prefs);
   }
   const int i = std::clamp(keyNr, 0, 11);
+  const TForm form = FormOf(enh);
   if (prefs.Solfege != 0) {
     const TSolfegeTables tables = SolfegeTables(prefs);
-    std::string name;
-    if (const char* special = FindSpecial(tables.bareSpecials, i, enh)) {
-      name = special;
-    } else {
-      const TForm form = FormOf(enh);
-      name = form == TForm::Flat    ? tables.flat[i]
-             : form == TForm::Sharp ? tables.sharp[i]
-                                    : tables.plain[i];
-    }
-    return prefs.Solfege == 3 ? LocalizeSyllables(name) : name;
+    const char* special = FindSpecial(tables.bareSpecials, i, enh);
+    const char* name = special != nullptr     ? special
+                       : form == TForm::Flat  ? tables.flat[i]
+                       : form == TForm::Sharp ? tables.sharp[i]
+                                              : tables.plain[i];
+    return prefs.Solfege == 3 ? LocalizeSyllables(name) : std::string(name);
   }
-  std::string name;
-  if (const char* special = FindSpecial(kLetterSpecialsBare, i, enh)) {
-    name = special;
-  } else {
-    const TForm form = FormOf(enh);
-    name = std::string(1, form == TForm::Flat    ? kUpperLetter[i]
-                          : form == TForm::Sharp ? kLowerLetter[i]
-                                                 : kNaturalLetter[i]);
-  }
-  if (prefs.BIsH == 1 && name == "B" && i != 10) name = "H";
-  if (prefs.BIsBFlat == 1 && i == 10) name = "B";
-  return name;
+  const char* special = FindSpecial(kLetterSpecialsBare, i, enh);
+  char letter = special != nullptr     ? special[0]
+                : form == TForm::Flat  ? kUpperLetter[i]
+                : form == TForm::Sharp ? kLowerLetter[i]
+                                       : kNaturalLetter[i];
+  if (prefs.BIsH == 1 && letter == 'B' && i != 10) letter = 'H';
+  if (prefs.BIsBFlat == 1 && i == 10) letter = 'B';
+  return std::string(1, letter);
 }
 
 const char* SharpAsUTF8OrNot(const CChordNamePrefs& prefs) {

@@ -50,6 +50,29 @@ void ApplyFallback(bool wasWhite, TEnh oldEnh, int newKey, CKeyEnh& key) {
   // A white key spelled with an accidental keeps it on the new white key.
 }
 
+// The accidental behind a key letter: "#", "is", "b", "bb" or "x".
+struct TAccidental {
+  int semitones = 0;
+  TEnh enh = TEnh_n;
+  std::size_t length = 0;
+};
+
+TAccidental ReadAccidental(std::string_view text, std::size_t p) {
+  const auto at = [text](std::size_t i) { return i < text.size() ? text[i] : '\0'; };
+  const char c = at(p);
+  if (c == '#') return {1, TEnh_s, 1};
+  if ((c == 'i' || c == 'I') && (at(p + 1) == 's' || at(p + 1) == 'S')) return {1, TEnh_s, 2};
+  if (c == 'x') return {2, TEnh_ss, 1};
+  if (c != 'b') return {};
+  // "bb" followed by 5, 6, 7, 9 or 13 is a flat and the start of an option: Cbb5 = Cb b5.
+  const std::string_view after = p + 2 <= text.size() ? text.substr(p + 2) : std::string_view();
+  const bool optionFollows =
+      !after.empty() && (after[0] == '5' || after[0] == '6' || after[0] == '7' || after[0] == '9' ||
+                         after.starts_with("13"));
+  if (at(p + 1) == 'b' && !optionFollows) return {-2, TEnh_bb, 2};
+  return {-1, TEnh_b, 1};
+}
+
 }  // namespace
 
 void CKeyEnh::TranposeThis(int intvl) {
@@ -107,36 +130,10 @@ void CKeyEnh::SetFromString(std::string_view text, int* consumed, const CChordNa
   } else {
     *this = CKeyEnh(kLetterKeyNrs[upper - 'A'], TEnh_n);
   }
-  ++p;
-  const auto at = [&text](std::size_t i) { return i < text.size() ? text[i] : '\0'; };
-  const auto moveBy = [this](int semitones, TEnh enh) {
-    KeyNr = NormalizedKeyNr(KeyNr + semitones);
-    Enh = enh;
-  };
-  const char c = at(p);
-  if (c == '#') {
-    moveBy(1, TEnh_s);
-    ++p;
-  } else if ((c == 'i' || c == 'I') && (at(p + 1) == 's' || at(p + 1) == 'S')) {
-    moveBy(1, TEnh_s);
-    p += 2;
-  } else if (c == 'b') {
-    // "bb" followed by 5, 6, 7, 9 or 13 is a flat and the start of an option: Cbb5 = Cb b5.
-    const std::string_view after = p + 2 <= text.size() ? text.substr(p + 2) : std::string_view();
-    const bool optionFollows =
-        !after.empty() && (after[0] == '5' || after[0] == '6' || after[0] == '7' ||
-                           after[0] == '9' || after.starts_with("13"));
-    if (at(p + 1) == 'b' && !optionFollows) {
-      moveBy(-2, TEnh_bb);
-      p += 2;
-    } else {
-      moveBy(-1, TEnh_b);
-      ++p;
-    }
-  } else if (c == 'x') {
-    moveBy(2, TEnh_ss);
-    ++p;
-  }
+  const TAccidental accidental = ReadAccidental(text, p + 1);
+  KeyNr = NormalizedKeyNr(KeyNr + accidental.semitones);
+  if (accidental.length > 0) Enh = accidental.enh;
+  p += 1 + accidental.length;
   if (consumed != nullptr) *consumed = static_cast<int>(p);
 }
 

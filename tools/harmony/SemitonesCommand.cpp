@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "BasicChordText.h"
 #include "Command.h"
 #include "harmony/chords/BasicChord.h"
 #include "harmony/pitch/Semitones.h"
@@ -15,11 +16,6 @@
 namespace harmony::tool {
 
 namespace {
-
-constexpr const char* kBasicChordNames[] = {
-    "kBasicChordNone", "kBasicChordMajor",      "kBasicChordMinor",
-    "kBasicChordAug",  "kBasicChordMajorFlat5", "kBasicChordDim",
-    "kBasicChordSus4", "kBasicChordSus2",       "kBasicChordPower"};
 
 struct TPredicate {
   const char* name;
@@ -75,7 +71,7 @@ void Describe(const CSemitones& semitones, std::ostream& out) {
     if (semitones.HasChordOption(option.option)) options.emplace_back(option.name);
   }
   out << semitones.Word() << "  " << semitones.GenericName() << '\n';
-  out << "  basic chord  " << kBasicChordNames[semitones.BasicChord()] << '\n';
+  out << "  basic chord  " << BasicChordMemberName(semitones.BasicChord()) << '\n';
   out << "  holds        " << Joined(holds) << '\n';
   out << "  options      " << Joined(options) << '\n';
   const std::string& scaleName = Semitones::LocalizedNameForScale(semitones);

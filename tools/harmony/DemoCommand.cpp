@@ -1,0 +1,84 @@
+// harmony demo: a short tour of what the library does, on built-in examples.
+// Each section shows one road through the library with real results.
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "BasicChordText.h"
+#include "Command.h"
+#include "KeyCommandSupport.h"
+#include "harmony/pitch/KeyEnh.h"
+#include "harmony/pitch/KeyNames.h"
+#include "harmony/pitch/Semitones.h"
+
+namespace harmony::tool {
+
+namespace {
+
+void Heading(const std::string& title) { std::cout << "\n== " << title << " ==\n"; }
+
+// Keys as a person types them, in the spellings and languages a score may use.
+void DemoKeys() {
+  Heading("Keys read from text and named in several languages");
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
+  CChordNamePrefs german = prefs;
+  german.GermanAccidentals = 1;
+  german.BIsH = 1;
+  CChordNamePrefs solfege = prefs;
+  solfege.Solfege = 1;
+  KeyTextTable table({"text", "key", "name", "German", "solfege"}, {false, true});
+  for (const char* text : {"C", "F#", "Bb", "Cis", "Ebb", "H", "Gx"}) {
+    CKeyEnh key;
+    key.SetFromString(text, nullptr, prefs);
+    table.AddRow({text, std::to_string(key.KeyNr), KeyNrAndEnhToName(key.KeyNr, key.Enh, prefs),
+                  KeyNrAndEnhToName(key.KeyNr, key.Enh, german),
+                  KeyNrAndEnhToName(key.KeyNr, key.Enh, solfege)});
+  }
+  table.Print(std::cout);
+}
+
+// Transposition keeps the written letter distance: up a fourth from C gives F, then B flat,
+// E flat..., the flat side of the circle of fifths, spelled as a musician writes it.
+void DemoCircleOfFifths() {
+  Heading("Around the circle of fifths by transposition");
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
+  for (int step : {7, -7}) {
+    CKeyEnh key(0, TEnh_n);
+    std::cout << (step > 0 ? "up a fifth:   " : "down a fifth: ");
+    for (int i = 0; i < 8; ++i) {
+      std::cout << KeyNrAndEnhToName(key.KeyNr, key.Enh, prefs) << (i < 7 ? " " : "\n");
+      key.TranposeThis(step);
+    }
+  }
+}
+
+// Chords and scales are masks of semitones above a root; the mask answers what kind it is.
+void DemoSemitones() {
+  Heading("Semitone sets: chords and scales as masks");
+  KeyTextTable table({"mask", "tones", "basic chord", "scale"}, {true});
+  for (unsigned mask : {145u, 137u, 1169u, 73u, 2741u, 1453u, 1371u}) {
+    const CSemitones semitones(mask);
+    table.AddRow({std::to_string(mask), semitones.GenericName(),
+                  BasicChordMemberName(semitones.BasicChord()),
+                  Semitones::LocalizedNameForScale(semitones)});
+  }
+  table.Print(std::cout);
+}
+
+void RunDemo() {
+  std::cout << "harmony demo: music theory for a digital audio workstation\n";
+  DemoKeys();
+  DemoCircleOfFifths();
+  DemoSemitones();
+}
+
+const CommandRegistration kRegistration{
+    0, [](CLI::App& app) {
+      CLI::App* cmd = app.add_subcommand("demo", "A short tour of harmony on built-in examples");
+      cmd->callback([] { RunDemo(); });
+    }};
+
+}  // namespace
+
+}  // namespace harmony::tool

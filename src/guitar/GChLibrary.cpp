@@ -134,12 +134,14 @@ bool GChLibrary::readChordChunksFromBuffer(const uint8_t* buffer, size_t length,
   while (length >= 5) {
     const uint32_t size = ReadBE32(buffer);
     if (size > length || size < 4) return false;
-    const size_t fixed = buffer[4] | buffer[5] << 8;
+    // F is little-endian; a chunk of five bytes has only its low byte.
+    const size_t fixed = buffer[4] | (size > 5 ? buffer[5] << 8 : 0);
     if (size - 4 >= 1 && size - 4 >= fixed) {
       // The fixed part holds twelve bytes of fields and the elements; a chunk too short for
       // them is broken.
+      if (size < 16) return false;
       const int count = ReadBE16(buffer + 8) & 0x0F;
-      if (size < 16 + 2u * count || fixed < 12u + 2u * count) return false;
+      if (fixed < 12u + 2u * count) return false;
       const int lowest = buffer[7] & 0x1F;
       for (int i = 0; i < count; ++i) {
         const uint8_t b0 = buffer[16 + 2 * i], b1 = buffer[17 + 2 * i];

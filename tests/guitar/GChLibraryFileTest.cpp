@@ -285,6 +285,15 @@ TEST(GChLibraryFile, BrokenChordChunksKeepWhatWasRead) {
   GChDatabase db4;
   EXPECT_EQ(ReadBack(db4, bytes)->numberOfBasicChords(), 2);
 
+  // Chunks too short for their fields, at the very end of the file: 5 to 15 bytes.
+  for (uint8_t size = 5; size < 16; ++size) {
+    bytes = good;
+    bytes.insert(bytes.end(), {0, 0, 0, size, 0});
+    bytes.resize(good.size() + size, 0);
+    GChDatabase shortDb;
+    EXPECT_EQ(ReadBack(shortDb, bytes, false)->numberOfBasicChords(), 3) << int{size};
+  }
+
   // Every truncation is refused or read in part, never more than was there.
   for (size_t length = 0; length < good.size(); ++length) {
     GChDatabase cut;

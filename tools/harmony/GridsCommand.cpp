@@ -183,7 +183,8 @@ void ShowGrid(const GridsOptions& options) {
     marks +=
         basic->isMutedForStringIndex(s) ? "x  " : (basic->isOpenForStringIndex(s) ? "o  " : "   ");
   }
-  std::cout << names << '\n' << marks << '\n';
+  const auto trimmed = [](std::string line) { return line.erase(line.find_last_not_of(' ') + 1); };
+  std::cout << trimmed(names) << '\n' << trimmed(marks) << '\n';
   constexpr int kShownFrets = 5;
   const int first = basic->firstShownFretForNumberOfFrets(kShownFrets);
   int highest = first;

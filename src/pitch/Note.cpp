@@ -1,0 +1,208 @@
+#include "harmony/pitch/Note.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+#include "harmony/pitch/KeyNames.h"
+#include "platform/Localize.h"
+
+namespace harmony {
+
+namespace {
+
+// Octave -1 starts at note 0; octaves above 9 fold onto octave 8 and octaves below -1 give
+// the negated key number.
+long NoteNrOfOctave(int octave, int keyNr) {
+  if (octave >= 10) return keyNr + 108;
+  if (octave <= -2) return -keyNr;
+  return 12L * (octave + 1) + keyNr;
+}
+
+// Like atoi, but huge numbers saturate instead of overflowing.
+int OctaveNumber(const char* text) {
+  return static_cast<int>(std::clamp(std::strtol(text, nullptr, 10), -1000L, 1000L));
+}
+
+// The difference between the octave number in a name and the octave of the note.
+int OctaveNameOffset(const CChordNamePrefs& prefs) {
+  switch (prefs.OctaveNumbering) {
+    case 2:
+      return 1;
+    case 1:
+      return 0;
+    default:
+      return -1;
+  }
+}
+
+}  // namespace
+
+CNote::CNote(long noteNr, TEnh enh) {
+  SetNoteNr(noteNr);
+  SetEnh(enh);
+}
+
+CNote::CNote(CKeyEnh key, int octave) {
+  if (key.KeyNr == kKeyNrUndef) return;
+  _NoteNr = NoteNrOfOctave(octave, std::clamp(key.KeyNr, 0, 127) % 12);
+  _Enh = key.Enh;
+}
+
+CNote::CNote(std::pair<int, TEnh> keyNrAndEnh, int octave)
+    : CNote(CKeyEnh(keyNrAndEnh.first, keyNrAndEnh.second), octave) {}
+
+int CNote::KeyNr() const {
+  if (IsUndef()) return kKeyNrUndef;
+  const long r = _NoteNr % 12;
+  return static_cast<int>(r < 0 ? r + 12 : r);
+}
+
+void CNote::SetNoteNr(long noteNr) {
+  _NoteNr = IsUndefNoteNr(noteNr) ? kNoteNrUndef : std::clamp(noteNr, 0L, 127L);
+}
+
+void CNote::SetEnh(TEnh enh) {
+  _Enh = enh;
+  if (enh != TEnh_Undef) MakeSensefulEnhAssumingCMajor();
+}
+
+void CNote::SetOct(int octave) { _NoteNr = NoteNrOfOctave(octave, IsUndef() ? 0 : KeyNr()); }
+
+void CNote::SetKeyNr(int keyNr) {
+  if (keyNr == kKeyNrUndef) {
+    Clear();
+    return;
+  }
+  const long octaveBase = IsUndef() ? 0 : 12 * (_NoteNr / 12);
+  _NoteNr = octaveBase + NormalizedKeyNr(keyNr);
+}
+
+void CNote::SetKeyNrAndEnhAssumingCMajor(int keyNr, TEnh enh) {
+  SetKeyNr(keyNr);
+  if (IsUndef()) return;
+  _Enh = enh;
+  MakeSensefulEnhAssumingCMajor();
+}
+
+void CNote::SetNoteNrAndEnh(long noteNr, TEnh enh) {
+  SetNoteNr(noteNr);
+  SetEnh(enh);
+}
+
+void CNote::SetNoteNrAndMakeSensefulEnhAssumingCMajor(long noteNr) {
+  SetNoteNr(noteNr);
+  MakeSensefulEnhAssumingCMajor();
+}
+
+void CNote::Clear() { *this = CNote::Undef; }
+
+void CNote::MakeSensefulEnhAssumingCMajor() {
+  const int k = KeyNr();
+  while (!IsSensefulEnhForKeyNr(k, _Enh)) {
+    if (_Enh == TEnh_n || _Enh == TEnh_Undef) {
+      _Enh = MakeSensefulEnhForKeyNrAssumingCMajor(k, _Enh);
+      if (_Enh == TEnh_Undef) return;
+      continue;
+    }
+    const bool toFlats = (k == 11 || k == 4) ? (_Enh >= TEnh_n && _Enh <= TEnh_ss)
+                                             : (_Enh >= TEnh_s && _Enh <= TEnh_ss);
+    _Enh = toFlats ? harmony::EnhShiftToFlats(k, _Enh) : harmony::EnhShiftToSharps(k, _Enh);
+    return;
+  }
+}
+
+void CNote::AddIntvlAndClampToKey(int intvl) {
+  if (IsUndef()) return;
+  if (intvl == kIntvlUndef) {
+    Clear();
+    return;
+  }
+  long v = _NoteNr + intvl;
+  if (v < 0) v += (-v + 11) / 12 * 12;
+  if (v > 127) v -= (v - 127 + 11) / 12 * 12;
+  _NoteNr = v;
+}
+
+std::string CNote::KeyName(const CChordNamePrefs& prefs) const {
+  if (IsUndef()) return platform::Localized("Undefined");
+  return KeyNrAndEnhToName(KeyNr(), _Enh, prefs);
+}
+
+std::string CNote::KeyNameWithoutEnh(const CChordNamePrefs& prefs) const {
+  if (IsUndef()) return platform::Localized("Undefined");
+  return KeyNrToNameIgnoringEnh(KeyNr(), _Enh, prefs);
+}
+
+std::string CNote::OctName(const CChordNamePrefs& prefs) const {
+  if (IsUndef()) return {};
+  return std::to_string(_NoteNr / 12 - 1 + OctaveNameOffset(prefs));
+}
+
+bool CNote::SetFromString(std::string_view text, const CChordNamePrefs& prefs) {
+  // Convert once here so that the octave is read behind the same characters the key used.
+  std::string converted(text);
+  ConvertUtf8SharpAndFlatToAscii(converted);
+  int consumed = 0;
+  if (!SetKeyNrAndEnhAssumingCMajorFromString(converted, &consumed, prefs)) return false;
+  SetOct(OctaveNumber(converted.c_str() + consumed) - OctaveNameOffset(prefs));
+  return consumed > 0;
+}
+
+bool CNote::SetKeyNrAndEnhAssumingCMajorFromString(std::string_view text, int* consumed,
+                                                   const CChordNamePrefs& prefs) {
+  CKeyEnh key;
+  key.SetFromString(text, consumed, prefs);
+  if (key.KeyNr == kKeyNrUndef) {
+    Clear();
+    return false;
+  }
+  SetKeyNrAndEnhAssumingCMajor(key.KeyNr, key.Enh);
+  return true;
+}
+
+bool CNote::operator<(const CNote& other) const {
+  if (_NoteNr != other._NoteNr) return _NoteNr < other._NoteNr;
+  return static_cast<std::uint8_t>(_Enh) < static_cast<std::uint8_t>(other._Enh);
+}
+
+void CNote::WriteTrace(std::ostream& out) const {
+  out << "CNote: " << KeyName() << OctName() << " (NoteNr " << _NoteNr << ", Enh " << _Enh << ")";
+}
+
+void CNote::WriteTraceBrief(std::ostream& out) const { out << KeyName() << OctName(); }
+
+void CNote::WriteInitializerList(std::ostream& out) const {
+  out << "CNote(" << _NoteNr << ", " << EnhInitializerText(_Enh) << ")";
+}
+
+int IntvlFromTo(const CNote& from, const CNote& to) {
+  return IntvlFromTo(from.NoteNr(), to.NoteNr());
+}
+
+int KeyIntvlFromTo(const CNote& from, const CNote& to) {
+  return KeyIntvlFromTo(from.KeyNr(), to.KeyNr());
+}
+
+int AbsKeyIntvlFromTo(const CNote& from, const CNote& to) {
+  return AbsKeyIntvlFromTo(from.KeyNr(), to.KeyNr());
+}
+
+int SmallestKeyIntvlBetween(const CNote& from, const CNote& to) {
+  return SmallestKeyIntvlBetween(from.KeyNr(), to.KeyNr());
+}
+
+int DistanceBetween(const CNote& note1, const CNote& note2) {
+  const int intvl = IntvlFromTo(note1, note2);
+  return intvl == kIntvlUndef ? kIntvlUndef : std::abs(intvl);
+}
+
+int KeyDistanceBetween(const CNote& note1, const CNote& note2) {
+  return KeyDistanceBetween(note1.KeyNr(), note2.KeyNr());
+}
+
+int KeyDirectionFrom(const CNote& from, const CNote& to) {
+  return KeyDirectionFrom(from.NoteNr(), to.NoteNr());
+}
+
+}  // namespace harmony

@@ -144,12 +144,6 @@ void CChordLite::RotateRootToBassKeyEnh() {
   Semitones.SetSemitone(0, true);
 }
 
-std::strong_ordering CChordLite::operator<=>(const CChordLite& other) const {
-  if (const auto byRoot = RootKeyEnh <=> other.RootKeyEnh; byRoot != 0) return byRoot;
-  if (const auto byBass = BassKeyEnh <=> other.BassKeyEnh; byBass != 0) return byBass;
-  return Semitones.Word() <=> other.Semitones.Word();
-}
-
 void CChordLite::AppendJSONString(std::ostream& out) const {
   out << '{';
   AppendJSONClassSubstring(out);

@@ -104,8 +104,17 @@ class CChordLite : public TraceFamily<CChordLite> {
     return RootDir == other.RootDir && BassDir == other.BassDir && EqualWithoutDir(other);
   }
   bool operator==(const CChordLite& other) const { return EqualWithoutDir(other); }
-  // Root ascending with the larger enh first, bass likewise, then the mask as a number.
-  std::strong_ordering operator<=>(const CChordLite& other) const;
+  // Root ascending with the larger enh first, bass likewise (the order of CKeyEnh), then the
+  // mask as a number. Written out here so that sorting inlines it.
+  std::strong_ordering operator<=>(const CChordLite& other) const {
+    if (const auto byRoot = _CompareKeys(RootKeyEnh, other.RootKeyEnh); byRoot != 0) {
+      return byRoot;
+    }
+    if (const auto byBass = _CompareKeys(BassKeyEnh, other.BassKeyEnh); byBass != 0) {
+      return byBass;
+    }
+    return Semitones.Word() <=> other.Semitones.Word();
+  }
 
   // --- Text
   // {"RootKeyEnh":{...}, "BassKeyEnh":{...}, "Semitones":145}
@@ -115,6 +124,12 @@ class CChordLite : public TraceFamily<CChordLite> {
   void WriteTrace(std::ostream& out) const;
   void WriteTraceBrief(std::ostream& out) const;
   void WriteInitializerList(std::ostream& out) const;
+
+ private:
+  static constexpr std::strong_ordering _CompareKeys(const CKeyEnh& a, const CKeyEnh& b) {
+    if (a.KeyNr != b.KeyNr) return a.KeyNr <=> b.KeyNr;
+    return b.Enh <=> a.Enh;
+  }
 };
 
 static_assert(std::is_trivially_copyable_v<CChordLite>, "CChordLite is copied as a whole");

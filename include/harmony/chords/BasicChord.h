@@ -3,7 +3,10 @@
 // above it.
 
 #include <cstdint>
+#include <string>
+#include <utility>
 
+#include "harmony/pitch/ChordNamePrefs.h"
 #include "harmony/pitch/Semitones.h"
 
 namespace harmony {
@@ -33,5 +36,25 @@ enum TChordOption : std::uint8_t {
 // The triad's tones: major 145, minor 137, aug 273, major flat 5 81, dim 73, sus4 161,
 // sus2 133, power 129, none 0. An unknown value falls back to the major triad.
 CSemitones SemitonesForBasicChord(TBasicChord basicChord);
+
+// The small and the large interval of a tension group on a chord with these tones. The flat
+// fifth of a diminished triad (mask & 216 == 72) and the sharp fifth of an augmented one
+// (mask & 400 == 272) belong to the triad, so there the large eleventh (6) and the small
+// thirteenth (8) are undefined (-129). An unknown group gives (-129, -129).
+std::pair<int, int> SmallAndLargeIntvlsForSemitones(TChordOption option,
+                                                    const CSemitones& semitones);
+
+// The symbol of the triad inside a chord name: "" for major, "m", "aug", "b5", "dim", "sus4",
+// "sus2", "5", and "no3" for none or an unknown value. Spoken naming spells them out.
+std::string BasicChordName(TBasicChord basicChord, const CChordNamePrefs& prefs);
+// The written symbols; minor is empty when MinorNaming is 2, since the small root letter
+// already says minor.
+std::string _BasicChordName_ChordNaming_Normal(TBasicChord basicChord,
+                                               const CChordNamePrefs& prefs);
+// The words for speech: " major" (with its blank), "minor", "augmented", ...
+std::string _BasicChordName_ChordNaming_AccessibilitySpoken(TBasicChord basicChord);
+
+// Triads that can carry a dominant function: major, aug, major flat 5, sus4, sus2 and power.
+bool IsDominantBasicChord(TBasicChord basicChord);
 
 }  // namespace harmony

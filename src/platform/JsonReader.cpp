@@ -36,7 +36,8 @@ long long JsonInteger(const JsonDict& dict, const char* key, long long fallback)
   const JsonDict* member = JsonMember(dict, key);
   if (member == nullptr) return fallback;
   if (member->is_number_integer()) return member->get<long long>();
-  if (member->is_number_unsigned()) return static_cast<long long>(member->get<unsigned long long>());
+  if (member->is_number_unsigned())
+    return static_cast<long long>(member->get<unsigned long long>());
   if (member->is_number_float()) return SaturatedInteger(member->get<double>(), fallback);
   if (member->is_string()) return std::atoll(member->get_ref<const std::string&>().c_str());
   return fallback;

@@ -7,11 +7,11 @@
 
 namespace harmony::platform {
 
-void TraceOutContainerBegin(std::ostream& out);        // "{ "
-void TraceOutContainerBeginEndl(std::ostream& out);    // "{" and a line break
-void TraceOutContainerEnd(std::ostream& out);          // " }"
-void TraceOutContainerEndl(std::ostream& out);         // a line break between elements
-void TraceOutContainerEndEndl(std::ostream& out);      // "}" and a line break
+void TraceOutContainerBegin(std::ostream& out);      // "{ "
+void TraceOutContainerBeginEndl(std::ostream& out);  // "{" and a line break
+void TraceOutContainerEnd(std::ostream& out);        // " }"
+void TraceOutContainerEndl(std::ostream& out);       // a line break between elements
+void TraceOutContainerEndEndl(std::ostream& out);    // "}" and a line break
 void TraceOutContainerBeginThreadSafe(std::ostream& out);
 void TraceOutContainerEndThreadSafe(std::ostream& out);
 

@@ -6,10 +6,9 @@
 namespace harmony::tool {
 
 inline const char* BasicChordMemberName(TBasicChord basicChord) {
-  constexpr const char* kNames[] = {"kBasicChordNone",       "kBasicChordMajor", "kBasicChordMinor",
-                                    "kBasicChordAug",        "kBasicChordMajorFlat5",
-                                    "kBasicChordDim",        "kBasicChordSus4",  "kBasicChordSus2",
-                                    "kBasicChordPower"};
+  constexpr const char* kNames[] = {"kBasicChordNone", "kBasicChordMajor",      "kBasicChordMinor",
+                                    "kBasicChordAug",  "kBasicChordMajorFlat5", "kBasicChordDim",
+                                    "kBasicChordSus4", "kBasicChordSus2",       "kBasicChordPower"};
   return basicChord <= kBasicChordPower ? kNames[basicChord] : "kBasicChordNone";
 }
 

@@ -50,6 +50,47 @@ void ApplyFallback(bool wasWhite, TEnh oldEnh, int newKey, CKeyEnh& key) {
   // A white key spelled with an accidental keeps it on the new white key.
 }
 
+// One transposition by the rules: the direct rules first, then the table of special
+// spellings, then the fallback. `r` is the interval reduced to -11..11, not 0.
+CKeyEnh TransposedByRules(CKeyEnh key, int r) {
+  const bool wasWhite = IsWhiteKey(key.KeyNr);
+  const int newKey = static_cast<int>(((static_cast<long>(key.KeyNr) + r) % 12 + 12) % 12);
+  CKeyEnh result = key;
+  if (ApplyDirectRule(r, wasWhite, key.Enh, newKey, result)) return result;
+  if (const std::optional<CKeyEnh> special =
+          pitch_detail::SpecialTransposition(r, key.KeyNr, key.Enh)) {
+    return *special;
+  }
+  ApplyFallback(wasWhite, key.Enh, newKey, result);
+  return result;
+}
+
+// Transposition runs in the inner loops of naming and analysis. Every defined key with every
+// spelling from triple flat to undefined and every interval -11..11 has its answer worked out
+// once, so a call is a single load.
+class TransposeCache {
+ public:
+  TransposeCache() {
+    for (int key = 0; key < 12; ++key) {
+      for (int enh = TEnh_bbb; enh <= TEnh_Undef; ++enh) {
+        for (int r = -11; r <= 11; ++r) {
+          const CKeyEnh from(key, static_cast<TEnh>(enh));
+          _entries[Index(key, enh, r)] = r == 0 ? from : TransposedByRules(from, r);
+        }
+      }
+    }
+  }
+  const CKeyEnh& At(int key, TEnh enh, int r) const { return _entries[Index(key, enh, r)]; }
+
+ private:
+  static constexpr int kEnhCount = TEnh_Undef - TEnh_bbb + 1;
+  static constexpr int kIntvlCount = 23;
+  static std::size_t Index(int key, int enh, int r) {
+    return static_cast<std::size_t>((key * kEnhCount + (enh - TEnh_bbb)) * kIntvlCount + r + 11);
+  }
+  std::array<CKeyEnh, 12 * kEnhCount * kIntvlCount> _entries{};
+};
+
 // The accidental behind a key letter: "#", "is", "b", "bb" or "x".
 struct TAccidental {
   int semitones = 0;
@@ -78,14 +119,12 @@ TAccidental ReadAccidental(std::string_view text, std::size_t p) {
 void CKeyEnh::TranposeThis(int intvl) {
   const int r = intvl % 12;
   if (r == 0 || KeyNr == kKeyNrUndef) return;
-  const bool wasWhite = harmony::IsWhiteKey(KeyNr);
-  const int newKey = static_cast<int>(((static_cast<long>(KeyNr) + r) % 12 + 12) % 12);
-  if (ApplyDirectRule(r, wasWhite, Enh, newKey, *this)) return;
-  if (const std::optional<CKeyEnh> special = pitch_detail::SpecialTransposition(r, KeyNr, Enh)) {
-    *this = *special;
+  if (KeyNr >= 0 && KeyNr < 12 && Enh >= TEnh_bbb && Enh <= TEnh_Undef) {
+    static const TransposeCache cache;
+    *this = cache.At(KeyNr, Enh, r);
     return;
   }
-  ApplyFallback(wasWhite, Enh, newKey, *this);
+  *this = TransposedByRules(*this, r);
 }
 
 void CKeyEnh::IncEnh() {

@@ -13,23 +13,7 @@
 
 #include "harmony/chords/ChordLite.h"
 
-// Counting replacements of the global allocation functions. GCC cannot see that the
-// replaced new pairs with the replaced delete and would warn about malloc against free.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-namespace {
-std::atomic<long> gAllocations{0};
-}
-
-void* operator new(std::size_t size) {
-  gAllocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+#include "AllocationCounter.h"
 
 namespace harmony {
 namespace {
@@ -55,9 +39,9 @@ std::vector<CChordLite> ManyChords() {
 template <class Body>
 void OverManyChords(benchmark::State& state, Body body) {
   const std::vector<CChordLite> chords = ManyChords();
-  const long before = gAllocations.load();
+  const long before = harmony::bench::AllocationCount();
   for (auto _ : state) body(chords);
-  const long allocations = gAllocations.load() - before;
+  const long allocations = harmony::bench::AllocationCount() - before;
   state.counters["per_chord"] = benchmark::Counter(
       kChords, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
   state.counters["allocs_per_iter"] = benchmark::Counter(static_cast<double>(allocations) /

@@ -14,23 +14,7 @@
 #include "harmony/pitch/IntvlSet.h"
 #include "harmony/pitch/Semitones.h"
 
-// Counting replacements of the global allocation functions. GCC cannot see that the
-// replaced new pairs with the replaced delete and would warn about malloc against free.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-namespace {
-std::atomic<long> gAllocations{0};
-}
-
-void* operator new(std::size_t size) {
-  gAllocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+#include "AllocationCounter.h"
 
 namespace harmony {
 namespace {
@@ -47,11 +31,11 @@ std::vector<CSemitones> AllMasks() {
 template <class Body>
 void OverAllMasks(benchmark::State& state, int callsPerMask, Body body) {
   const std::vector<CSemitones> masks = AllMasks();
-  const long before = gAllocations.load();
+  const long before = harmony::bench::AllocationCount();
   for (auto _ : state) {
     for (const CSemitones& s : masks) body(s);
   }
-  const long allocations = gAllocations.load() - before;
+  const long allocations = harmony::bench::AllocationCount() - before;
   // Shown in seconds with an SI prefix, e.g. "per_call=1.2ns".
   state.counters["per_call"] = benchmark::Counter(
       static_cast<double>(kMasks) * callsPerMask,
@@ -113,7 +97,7 @@ template <class Set>
 void ChordSet(benchmark::State& state) {
   static constexpr int kIntvls[] = {14, 0, 7, 21, 4, 10};
   const auto size = static_cast<std::size_t>(state.range(0));
-  const long before = gAllocations.load();
+  const long before = harmony::bench::AllocationCount();
   for (auto _ : state) {
     Set set;
     for (std::size_t i = 0; i < size; ++i) set.insert(kIntvls[i]);
@@ -122,8 +106,9 @@ void ChordSet(benchmark::State& state) {
     benchmark::DoNotOptimize(found);
     benchmark::DoNotOptimize(set);
   }
-  state.counters["allocs_per_iter"] = benchmark::Counter(
-      static_cast<double>(gAllocations.load() - before) / static_cast<double>(state.iterations()));
+  state.counters["allocs_per_iter"] =
+      benchmark::Counter(static_cast<double>(harmony::bench::AllocationCount() - before) /
+                         static_cast<double>(state.iterations()));
 }
 
 void BM_MySetChord(benchmark::State& state) { ChordSet<CMySet<int>>(state); }

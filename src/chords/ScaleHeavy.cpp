@@ -2,6 +2,7 @@
 
 #include "harmony/chords/ScaleHeavy.h"
 
+#include "chords/LeastSigns.h"
 #include "chords/ScaleTypeTable.h"
 #include "harmony/chords/ScaleLite.h"
 #include "harmony/chords/ScaleNameReader.h"
@@ -86,7 +87,9 @@ CScaleHeavy::CScaleHeavy(const CKeyEnh& root, TScaleType type) {
 }
 
 CScaleHeavy::CScaleHeavy(int rootKeyNr, TScaleType type)
-    : CScaleHeavy(CKeyEnh(NormalizedKeyNr(rootKeyNr), TEnh_Undef), type) {}
+    : CScaleHeavy(chords_detail::RootKeyEnhWithLeastSigns(
+                      CKeyEnh(NormalizedKeyNr(rootKeyNr), TEnh_Undef), type),
+                  type) {}
 
 CScaleHeavy::CScaleHeavy(const CKeyEnh& root, const CSemitones& semitones) {
   SetFromRootKeyEnhAndCustomScaleSemitones_ResetCustomScaleData(root, semitones);

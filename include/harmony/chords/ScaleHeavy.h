@@ -80,7 +80,8 @@ class CScaleHeavy : public TraceFamily<CScaleHeavy> {
   constexpr CScaleHeavy() = default;
   CScaleHeavy(const CNote& root, TScaleType type);
   CScaleHeavy(const CKeyEnh& root, TScaleType type);
-  // The root is spelled as the scale spells its own key.
+  // The root takes the spelling whose key signature has the fewest signs (D flat major,
+  // C sharp minor).
   CScaleHeavy(int rootKeyNr, TScaleType type);
   CScaleHeavy(const CKeyEnh& root, const CSemitones& semitones);
   CScaleHeavy(const CKeyEnh& root, const CIntvlSet& intvls);

@@ -28,7 +28,8 @@ class CHarmCenterLite : public CScaleLite, public TraceFamily<CHarmCenterLite> {
   constexpr CHarmCenterLite() = default;
   constexpr CHarmCenterLite(const CKeyEnh& root, const CSemitones& semitones)
       : CScaleLite(root, semitones) {}
-  constexpr CHarmCenterLite(const CScaleLite& scale) : CScaleLite(scale) {}  // NOLINT: a copy
+  // Not explicit: every scale can serve as a center.
+  constexpr CHarmCenterLite(const CScaleLite& scale) : CScaleLite(scale) {}
   // The major or minor scale of the sign key; an undefined type gives the undefined center.
   explicit CHarmCenterLite(const CSignKeyLite& signKey);
 

@@ -8,6 +8,11 @@
 #include "BasicChordText.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
+#include "ScaleCommandSupport.h"
+#include "harmony/chords/ScaleHeavy.h"
+#include "harmony/chords/ScaleNameReader.h"
+#include "harmony/chords/SignKey.h"
+#include "harmony/chords/SignKeyInEv.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/Semitones.h"
@@ -66,11 +71,42 @@ void DemoSemitones() {
   table.Print(std::cout);
 }
 
+// Scales as a musician names them, each spelled in its own key signature.
+void DemoScales() {
+  Heading("Scales read by name and spelled");
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
+  KeyTextTable table({"name", "type", "degrees", "signs"});
+  for (const char* text : {"D dorian", "Eb melodic minor", "F# lydian", "Bb bebop dominant",
+                           "A harmonic minor", "E phrygian"}) {
+    CScaleHeavy scale;
+    SetFromString(text, scale, prefs);
+    table.AddRow({text, CScaleHeavy::GetNameForScaleType(scale.ScaleType()),
+                  SpelledDegrees(scale, prefs), SignsText(scale.SignsCount())});
+  }
+  table.Print(std::cout);
+}
+
+// Key signatures: the sign count, the one-byte form a host's events carry, the relative key.
+void DemoKeySignatures() {
+  Heading("Key signatures");
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
+  KeyTextTable table({"key", "signs", "event byte", "relative"}, {false, true, true});
+  for (const char* text : {"C", "A minor", "E major", "Db", "F# minor", "Eb minor"}) {
+    const CSignKeyLite key(text);
+    table.AddRow({key.NameShort(prefs), SignsText(key.SignsCount()),
+                  std::to_string(ToSignKeyInEv(key.RootKeyEnh, key.SignKeyType)),
+                  key.ParallelSignKey().NameShort(prefs)});
+  }
+  table.Print(std::cout);
+}
+
 void RunDemo() {
   std::cout << "harmony demo: music theory for a digital audio workstation\n";
   DemoKeys();
   DemoCircleOfFifths();
   DemoSemitones();
+  DemoScales();
+  DemoKeySignatures();
 }
 
 const CommandRegistration kRegistration{

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "harmony/analysis/ChordSimplifier.h"
 #include "harmony/chords/ChordSymbolParser.h"
 
 namespace {
@@ -33,6 +34,12 @@ const std::vector<harmony::CChordNamePrefs>& NamePrefsToTry() {
 
 }  // namespace
 
+// The simplifier of the analysis layer answers the parser's last pass.
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+  harmony::ChordSimplifier::InstallAsChordSymbolParserHook();
+  return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   for (const std::uint8_t value : {std::uint8_t{0}, std::uint8_t{1}}) {
@@ -45,6 +52,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       Check(chord.RootDir == 0 && chord.BassDir == 0 && chord.Flag == 0);
       // A defined chord always keeps its root as a chord tone.
       if (!chord.IsUndef()) Check(chord.Semitones.HasIntvl(0));
+      // A simplified chord has given up its bass, which became the root.
+      if (value == 1) {
+        harmony::CChordLite plain;
+        harmony::SetFromString(text, plain, harmony::ChordSetFromStringPrefs(), namePrefs);
+        if (!(plain == chord)) {
+          Check(!chord.HasBassNote() && chord.RootKeyEnh == plain.BassKeyEnh);
+          Check(chord.Semitones.size() >= plain.Semitones.size());
+        }
+      }
       // Reading is deterministic and the constructor reads the same way.
       Check(harmony::CChordLite(text, prefs, namePrefs) == chord);
 

@@ -12,7 +12,9 @@
 
 #include "harmony/Trace.h"
 #include "harmony/chords/ChordLite.h"
+#include "harmony/chords/HarmCenter.h"
 #include "harmony/chords/ScaleLite.h"
+#include "harmony/chords/SignKey.h"
 #include "harmony/pitch/ChordNamePrefs.h"
 #include "harmony/pitch/IntvlSet.h"
 
@@ -47,6 +49,16 @@ class CChordSetFromStringHelper : public TraceFamily<CChordSetFromStringHelper> 
 
   void SetFromString(const std::string& text, CChordLite& chord,
                      const ChordSetFromStringPrefs& prefs, const CChordNamePrefs& namePrefs);
+
+  // The last pass: turns a slash chord into the chord of stacked thirds its bass completes,
+  // told a chord, a harmonic center and a sign key (both undefined here); gives (true, the
+  // new chord) or (false, anything). The harmonic analysis owns that rule and installs it,
+  // so this layer does not depend on it; while none is installed the pass does nothing.
+  using TSimplifyBassNoteHook = std::pair<bool, CChordLite> (*)(const CChordLite& chord,
+                                                                const CHarmCenterLite& center,
+                                                                const CSignKeyLite& signKey);
+  static void SetSimplifyBassNoteHook(TSimplifyBassNoteHook hook);
+  static TSimplifyBassNoteHook SimplifyBassNoteHook();
 
   // --- The passes, reachable for tests. Each reads LoweredText.
   // "undef", "-", "nochordyield", "nochordforce" or "nochord" at the start decide the chord

@@ -1,6 +1,7 @@
 #include "harmony/chords/ChordSymbolParser.h"
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <span>
 #include <string_view>
@@ -149,6 +150,10 @@ constexpr char LowerAscii(char c) {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+// Set before main by the analysis layer, or later by a host; read by every parse that asks.
+constinit std::atomic<CChordSetFromStringHelper::TSimplifyBassNoteHook> gSimplifyBassNoteHook{
+    nullptr};
+
 CIntvlSet EmptyOptionSet() {
   CIntvlSet set;
   set.SetWrapIntvl(CIntvlSet::kDefaultWrapIntvl);
@@ -170,7 +175,7 @@ void ChordSetFromStringPrefs::WriteInitializerList(std::ostream& out) const {
 }
 
 void CChordSetFromStringHelper::SetFromString(const std::string& text, CChordLite& chord,
-                                              const ChordSetFromStringPrefs& /*prefs*/,
+                                              const ChordSetFromStringPrefs& prefs,
                                               const CChordNamePrefs& namePrefs) {
   chord = CChordLite();
   BasicChordCode = 0;
@@ -194,6 +199,21 @@ void CChordSetFromStringHelper::SetFromString(const std::string& text, CChordLit
   // Erasing comes last, so an omitted tone stays out whatever options name it.
   for (const int intvl : add) chord.Semitones.AddIntvl(intvl);
   for (const int intvl : erase) chord.Semitones.EraseIntvl(intvl);
+
+  if (!prefs.SimplifiesBassNote()) return;
+  if (const TSimplifyBassNoteHook simplify = SimplifyBassNoteHook()) {
+    const std::pair<bool, CChordLite> simplified =
+        simplify(chord, CHarmCenterLite::Undef, CSignKeyLite::Undef);
+    if (simplified.first) chord = simplified.second;
+  }
+}
+
+void CChordSetFromStringHelper::SetSimplifyBassNoteHook(TSimplifyBassNoteHook hook) {
+  gSimplifyBassNoteHook.store(hook, std::memory_order_release);
+}
+
+CChordSetFromStringHelper::TSimplifyBassNoteHook CChordSetFromStringHelper::SimplifyBassNoteHook() {
+  return gSimplifyBassNoteHook.load(std::memory_order_acquire);
 }
 
 bool CChordSetFromStringHelper::_StringShouldSetUndefOrNoChord(CChordLite& chord) const {

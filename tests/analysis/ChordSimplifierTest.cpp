@@ -31,12 +31,8 @@ TEST(ChordSimplifier, ABassThatCompletesStackedThirdsBecomesTheRoot) {
   EXPECT_EQ(kSimplifier.Simplify(Read("C/A")), am7);
   EXPECT_EQ(kSimplifier.Simplify(Read("C/A"), MajorCenter(kC)), am7);
   EXPECT_EQ(kSimplifier.Simplify(Read("C/A"), CSignKeyLite(kBFlat, TSignKeyType::Major)), am7);
-  // In E flat major the A is no scale tone; its key and the chord still follow the bass.
-  const CChordLite inEFlat = kSimplifier.Simplify(Read("C/A"), MajorCenter(kEFlat));
-  EXPECT_EQ(inEFlat.RootKeyEnh.KeyNr, 9);
-  EXPECT_EQ(inEFlat.Semitones.Word(), 1161u);
-  EXPECT_FALSE(inEFlat.HasBassNote());
-
+  // In E flat major the A is no scale tone; key and chord still follow the bass.
+  EXPECT_TRUE(kSimplifier.Simplify(Read("C/A"), MajorCenter(kEFlat)).EqualWithoutEnh(am7));
   EXPECT_EQ(kSimplifier.Simplify(Read("Cm/Ab")), Chord(kAFlat, 2193));  // Abmaj7
   // Tensions turn with the chord: the seventh of C7 is the flat ninth above A.
   EXPECT_EQ(kSimplifier.Simplify(Read("C7/A")), Chord(kA, 1163));
@@ -62,7 +58,6 @@ TEST(ChordSimplifier, SymmetricTriadsNeedTheCenterToHoldTheBass) {
   EXPECT_EQ(kSimplifier.Simplify(caugOverE, eFlatMajor), caugOverE);
   EXPECT_EQ(kSimplifier.Simplify(caugOverE, CSignKeyLite(kC, TSignKeyType::Major)), eAug);
   EXPECT_EQ(kSimplifier.Simplify(caugOverE, MajorCenter(kC), eFlatMajor), eAug);
-  EXPECT_EQ(kSimplifier.Simplify(Read("Caug/Ab")).Semitones.Word(), 273u);
   EXPECT_EQ(kSimplifier.Simplify(Read("Caug/D")), Read("Caug/D"));
 
   // A diminished triad over the tone that makes it a diminished seventh chord.
@@ -70,7 +65,6 @@ TEST(ChordSimplifier, SymmetricTriadsNeedTheCenterToHoldTheBass) {
   EXPECT_EQ(kSimplifier.Simplify(cdimOverA), Chord(kA, 585));
   EXPECT_EQ(kSimplifier.Simplify(cdimOverA, MajorCenter(kBFlat)), Chord(kA, 585));
   EXPECT_EQ(kSimplifier.Simplify(cdimOverA, MajorCenter(kAFlat)), cdimOverA);
-  EXPECT_EQ(kSimplifier.Simplify(Read("Cdim/F#")).RootKeyEnh, CKeyEnh(6, TEnh_s));
   EXPECT_EQ(kSimplifier.Simplify(Read("Cdim/D")), Read("Cdim/D"));
 }
 
@@ -81,12 +75,9 @@ TEST(ChordSimplifier, CenterSpellsTheNewRootAndOtherFieldsStay) {
   EXPECT_EQ(kSimplifier.Simplify(eOverCSharp, CSignKeyLite(kDFlat, TSignKeyType::Major)).RootKeyEnh,
             kDFlat);
   eOverCSharp.RootDir = 2;
-  eOverCSharp.BassDir = -1;
   eOverCSharp.Flag = 1;
   const CChordLite simplified = kSimplifier.Simplify(eOverCSharp);
-  EXPECT_EQ(simplified.RootDir, 2);
-  EXPECT_EQ(simplified.BassDir, -1);
-  EXPECT_EQ(simplified.Flag, 1);
+  EXPECT_TRUE(simplified.RootDir == 2 && simplified.Flag == 1);
 
   const CChordLite cSharp = Chord(kCSharp, 137);
   EXPECT_EQ(kSimplifier._AdjustRootKeyEnhToHarmCenterIfDef(cSharp, MajorCenter(kAFlat)),
@@ -100,11 +91,7 @@ TEST(ChordSimplifier, ParserPreferenceRunsTheSimplifier) {
   EXPECT_EQ(Read("Cm/Ab", 1), Chord(kAFlat, 2193));
   EXPECT_EQ(Read("C/E", 1), Read("C/E"));
   EXPECT_EQ(Read("Caug/E", 1), Chord(kE, 273));
-  EXPECT_EQ(Read("C/A"), Chord(kC, 145, kA));
   EXPECT_EQ(Read("C/A", 2), Chord(kC, 145, kA));  // only the value 1 asks for it
-  const auto [chord, scale] =
-      ChordAndScaleFromString("Cm/Ab;Ab lydian", ChordSetFromStringPrefs(1));
-  EXPECT_EQ(chord, Chord(kAFlat, 2193));
 
   // Without a hook the preference does nothing.
   CChordSetFromStringHelper::SetSimplifyBassNoteHook(nullptr);
@@ -114,57 +101,34 @@ TEST(ChordSimplifier, ParserPreferenceRunsTheSimplifier) {
   EXPECT_EQ(Read("C/A", 1), Chord(kA, 1161));
 }
 
-TEST(HarmonyContext, ContextMultiPlacesChordsAndContexts) {
+TEST(HarmonyContext, ContextMultiPlacementAndTrace) {
   const CChordLite c = Read("C"), dm = Read("Dm"), g7 = Read("G7");
   const CScaleLite dorian(CKeyEnh(2, TEnh_n), CSemitones(1709));
   const CHarmCenterLite center = MajorCenter(kC);
   const CSignKeyLite signKey(kC, TSignKeyType::Major);
+  const Harmony::ContextSingle empty, first(c), second(dm, dorian, center, signKey), third(g7);
 
-  const Harmony::ContextMulti one(dm);
-  EXPECT_EQ(one.Current.Chord, dm);
-  for (const Harmony::ContextSingle& empty : {one.Previous, one.Next}) {
-    EXPECT_TRUE(empty.Chord.IsUndef() && empty.Chord.Semitones.IsEmpty());
-    EXPECT_EQ(empty.Scale.RootKeyEnh, CKeyEnh());
-    EXPECT_TRUE(empty.Scale.Semitones.IsEmpty() && empty.HarmCenter.Semitones.IsEmpty());
-    EXPECT_EQ(empty.HarmCenter.RootKeyEnh, CKeyEnh());
-    EXPECT_EQ(empty.SignKey, CSignKeyLite(CKeyEnh(), TSignKeyType::Undef));
-  }
-  const Harmony::ContextSingle full(dm, dorian, center, signKey);
+  EXPECT_EQ(empty, Harmony::ContextSingle(CChordLite(), CScaleLite(CKeyEnh(), CSemitones()),
+                                          CHarmCenterLite(CKeyEnh(), CSemitones()),
+                                          CSignKeyLite(CKeyEnh(), TSignKeyType::Undef)));
+  EXPECT_EQ(Harmony::ContextMulti(c), Harmony::ContextMulti(empty, first, empty));
   EXPECT_EQ(Harmony::ContextMulti(dm, dorian, center, signKey),
-            Harmony::ContextMulti({}, full, {}));
-  EXPECT_EQ(Harmony::ContextMulti(dm, dorian).Current, Harmony::ContextSingle(dm, dorian));
-  EXPECT_EQ(Harmony::ContextMulti(full), Harmony::ContextMulti({}, full, {}));
-
-  const Harmony::ContextSingle first(c), second(dm), third(g7);
+            Harmony::ContextMulti(empty, second, empty));
+  EXPECT_EQ(Harmony::ContextMulti(second).Current, second);
   const Harmony::ContextMulti two(first, second);
-  EXPECT_EQ(two.Current, first);
-  EXPECT_EQ(two.Next, second);
-  EXPECT_EQ(two.Previous, Harmony::ContextSingle());
+  EXPECT_TRUE(two.Previous == empty && two.Current == first && two.Next == second);
   const Harmony::ContextMulti three(first, second, third);
-  EXPECT_EQ(three.Previous, first);
-  EXPECT_EQ(three.Current, second);
-  EXPECT_EQ(three.Next, third);
+  EXPECT_TRUE(three.Previous == first && three.Current == second && three.Next == third);
+  const Harmony::ContextMulti chords(c, dm, g7, {}, dorian, {}, {}, center, {}, {}, signKey);
+  EXPECT_EQ(chords, three);
 
-  const CScaleLite ionian(kC, CSemitones(kMajorScale));
-  const Harmony::ContextMulti chords(c, dm, g7, ionian, dorian, ionian, center, {}, center, {},
-                                     signKey, signKey);
-  EXPECT_EQ(chords.Previous, Harmony::ContextSingle(c, ionian, center, {}));
-  EXPECT_EQ(chords.Current, Harmony::ContextSingle(dm, dorian, {}, signKey));
-  EXPECT_EQ(chords.Next, Harmony::ContextSingle(g7, ionian, center, signKey));
-  EXPECT_EQ(Harmony::ContextMulti(c, dm, g7).Current, second);
-}
-
-TEST(HarmonyContext, TraceTellsSignKeyCenterScaleThenChord) {
-  const CScaleLite dorian(CKeyEnh(2, TEnh_n), CSemitones(1709));
-  const Harmony::ContextSingle context(Read("Dm7"), dorian, MajorCenter(kC),
-                                       CSignKeyLite(kC, TSignKeyType::Major));
+  // The sign key, the center and the scale (both told as scales), then the chord.
   const auto scaleForm = [](const CScaleLite& scale) {
     return "CScaleLite: " + scale.Name() + ", RootKeyEnh" + scale.RootKeyEnh.TraceString() +
            ", Semitones" + scale.Semitones.TraceBriefString();
   };
-  EXPECT_EQ(context.TraceString(), context.SignKey.TraceString() + ", " +
-                                       scaleForm(context.HarmCenter) + "," + scaleForm(dorian) +
-                                       "," + context.Chord.TraceString());
+  EXPECT_EQ(second.TraceString(), signKey.TraceString() + ", " + scaleForm(center) + "," +
+                                      scaleForm(dorian) + "," + dm.TraceString());
 }
 
 }  // namespace

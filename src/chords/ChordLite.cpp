@@ -1,5 +1,6 @@
 #include "harmony/chords/ChordLite.h"
 
+#include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/pitch/IntvlSet.h"
 #include "platform/JsonReader.h"
 
@@ -39,6 +40,20 @@ CKeyEnh KeyFromDictionary(const JsonDict& dict, const char* keyEnhKey, const cha
 }
 
 }  // namespace
+
+CChordLite::CChordLite(const std::string& text, const ChordSetFromStringPrefs& prefs,
+                       const CChordNamePrefs& namePrefs) {
+  SetFromString(text, prefs, namePrefs);
+}
+
+CChordLite::CChordLite(const char* text, const ChordSetFromStringPrefs& prefs,
+                       const CChordNamePrefs& namePrefs)
+    : CChordLite(std::string(text != nullptr ? text : ""), prefs, namePrefs) {}
+
+void CChordLite::SetFromString(const std::string& text, const ChordSetFromStringPrefs& prefs,
+                               const CChordNamePrefs& namePrefs) {
+  harmony::SetFromString(text, *this, prefs, namePrefs);
+}
 
 CChordLite CChordLite::FromDictionary(const JsonDict& dict) {
   CChordLite chord;

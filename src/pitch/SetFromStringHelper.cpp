@@ -88,6 +88,12 @@ bool _RemainingLengthWithoutSpacesDiffers(std::string_view keyword, std::string_
   return NonBlankCount(text.substr(start)) != NonBlankCount(keyword);
 }
 
+bool _AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(const TKeywords& keywords) {
+  const std::vector<std::string_view> views(keywords.begin(), keywords.end());
+  return _AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(
+      std::span<const std::string_view>(views));
+}
+
 }  // namespace SetFromStringHelper
 
 std::pair<bool, int> CKeywordsAndName::MatchesKeywords(SetFromStringHelper::TSpaces spaces,

@@ -61,5 +61,16 @@ TEST(SetFromStringHelper, AdvancingSkippingAndLowering) {
   EXPECT_EQ(names[1].MatchesKeywords(TSpaces_Prefix, "min7", 0), std::make_pair(true, 3));
 }
 
+TEST(SetFromStringHelper, KeywordListCheck) {
+  EXPECT_TRUE(_AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(
+      TKeywords{"sus 4", "sus4", "sus", "s 4", "s4"}));
+  EXPECT_TRUE(_AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(TKeywords{}));
+  // A prefix before its longer spelling, an empty keyword, a capital letter.
+  for (const TKeywords& bad :
+       {TKeywords{"m", "min"}, TKeywords{"maj", ""}, TKeywords{"Maj7", "maj"}}) {
+    EXPECT_FALSE(_AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(bad)) << bad.front();
+  }
+}
+
 }  // namespace
 }  // namespace harmony

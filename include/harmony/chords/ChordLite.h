@@ -7,6 +7,7 @@
 #include <compare>
 #include <cstdint>
 #include <ostream>
+#include <string>
 #include <type_traits>
 
 #include "harmony/Json.h"
@@ -17,6 +18,9 @@
 #include "harmony/pitch/Semitones.h"
 
 namespace harmony {
+
+// How a chord symbol is read; defined with the parser in harmony/chords/ChordSymbolParser.h.
+struct ChordSetFromStringPrefs;
 
 class CChordLite : public TraceFamily<CChordLite> {
  public:
@@ -31,6 +35,15 @@ class CChordLite : public TraceFamily<CChordLite> {
   constexpr CChordLite() = default;
   constexpr CChordLite(CKeyEnh root, CSemitones semitones, CKeyEnh bass = CKeyEnh())
       : RootKeyEnh(root), BassKeyEnh(bass), Semitones(semitones) {}
+
+  // A chord symbol read by the parser of harmony/chords/ChordSymbolParser.h, which callers
+  // include for the preferences.
+  CChordLite(const std::string& text, const ChordSetFromStringPrefs& prefs,
+             const CChordNamePrefs& namePrefs);
+  CChordLite(const char* text, const ChordSetFromStringPrefs& prefs,
+             const CChordNamePrefs& namePrefs);
+  void SetFromString(const std::string& text, const ChordSetFromStringPrefs& prefs,
+                     const CChordNamePrefs& namePrefs);
 
   static CChordLite FromDictionary(const JsonDict& dict);
 

@@ -1,6 +1,7 @@
 #pragma once
 // Keyword matching shared by the readers of keys, chord symbols and scale names.
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -47,6 +48,25 @@ std::pair<bool, int> CompareStrs(TSpaces spaces, const TKeywords& keywords, std:
 // Whether the non-blank characters left in the text from `pos` differ in number from those
 // of the keyword; true for a negative position.
 bool _RemainingLengthWithoutSpacesDiffers(std::string_view keyword, std::string_view text, int pos);
+
+// The development check of a keyword list for prefix matching: no keyword is empty, none
+// is longer than the one before it (so a spelling always comes before its own prefix), and
+// none holds a capital ASCII letter (the text is lowered before matching). True when the
+// list passes; constexpr so that constant lists are checked by the compiler.
+constexpr bool _AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(
+    std::span<const std::string_view> keywords) {
+  std::size_t previousSize = 0;
+  for (std::size_t i = 0; i < keywords.size(); ++i) {
+    const std::string_view keyword = keywords[i];
+    if (keyword.empty() || (i > 0 && keyword.size() > previousSize)) return false;
+    for (const char c : keyword) {
+      if (c >= 'A' && c <= 'Z') return false;
+    }
+    previousSize = keyword.size();
+  }
+  return true;
+}
+bool _AssertStringsAreNotEmptyAndSortedBySizeAndLowerCase(const TKeywords& keywords);
 
 }  // namespace SetFromStringHelper
 

@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "harmony/analysis/ChordSimplifier.h"
 #include "harmony/chords/ChordSymbolParser.h"
 
 // Counting replacements of the global allocation functions. GCC cannot see that the
@@ -90,7 +89,6 @@ void BM_ReadLeadSheetSymbols(benchmark::State& state) {
 BENCHMARK(BM_ReadLeadSheetSymbols);
 
 void BM_ReadLeadSheetSymbolsSimplifyingBass(benchmark::State& state) {
-  ChordSimplifier::InstallAsChordSymbolParserHook();
   ReadSymbols(state, ChordSetFromStringPrefs(ChordSetFromStringPrefs::kSimplifyBassNote));
 }
 BENCHMARK(BM_ReadLeadSheetSymbolsSimplifyingBass);

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "harmony/analysis/ChordSimplifier.h"
 #include "harmony/chords/ChordSymbolParser.h"
 
 namespace {
@@ -33,12 +32,6 @@ const std::vector<harmony::CChordNamePrefs>& NamePrefsToTry() {
 }
 
 }  // namespace
-
-// The simplifier of the analysis layer answers the parser's last pass.
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  harmony::ChordSimplifier::InstallAsChordSymbolParserHook();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);

@@ -1,5 +1,7 @@
 #include "harmony/analysis/ChordSimplifier.h"
 
+#include "analysis/ChordSimplifierHook.h"
+
 #include <cstdint>
 
 #include "harmony/chords/BasicChord.h"
@@ -33,17 +35,15 @@ const TBassFit* BassFitFor(TBasicChord basic) {
   return nullptr;
 }
 
-std::pair<bool, CChordLite> SimplifyForParser(const CChordLite& chord,
-                                              const CHarmCenterLite& center,
-                                              const CSignKeyLite& signKey) {
+}  // namespace
+
+namespace analysis_detail {
+std::pair<bool, CChordLite> SimplifyBassNoteForParser(const CChordLite& chord,
+                                                      const CHarmCenterLite& center,
+                                                      const CSignKeyLite& signKey) {
   return ChordSimplifier()._SimplifyBassNoteToStackedThirdChord(chord, center, signKey);
 }
-
-// Every program that links the simplifier reads "C/A" as "Am7" when the parser is asked to.
-[[maybe_unused]] const bool kParserHookInstalled =
-    (ChordSimplifier::InstallAsChordSymbolParserHook(), true);
-
-}  // namespace
+}  // namespace analysis_detail
 
 CChordLite ChordSimplifier::Simplify(const CChordLite& chord) const {
   return Simplify(chord, CHarmCenterLite::Undef, CSignKeyLite::Undef);
@@ -98,7 +98,7 @@ CChordLite ChordSimplifier::_AdjustRootKeyEnhToHarmCenterIfDef(
 }
 
 void ChordSimplifier::InstallAsChordSymbolParserHook() {
-  CChordSetFromStringHelper::SetSimplifyBassNoteHook(&SimplifyForParser);
+  CChordSetFromStringHelper::SetSimplifyBassNoteHook(&analysis_detail::SimplifyBassNoteForParser);
 }
 
 void ChordSimplifier::WriteTrace(std::ostream& out) const { out << "ChordSimplifier"; }

@@ -32,9 +32,8 @@ class ChordSimplifier : public TraceFamily<ChordSimplifier> {
   CChordLite _AdjustRootKeyEnhToHarmCenterIfDef(const CChordLite& chord,
                                                 const CHarmCenterLite& center) const;
 
-  // Makes the chord-symbol parser use this simplifier when its preferences ask for it. Done
-  // before main in every program that links this file; a host that links the library
-  // statically and never names ChordSimplifier calls it once itself.
+  // Makes the chord-symbol parser use this simplifier when its preferences ask for it. It is
+  // the parser's default; this restores it after a host replaced or cleared the hook.
   static void InstallAsChordSymbolParserHook();
 
   void WriteTrace(std::ostream& out) const;

@@ -6,6 +6,7 @@
 #include <span>
 #include <string_view>
 
+#include "analysis/ChordSimplifierHook.h"
 #include "harmony/chords/BasicChord.h"
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/pitch/KeyNames.h"
@@ -150,9 +151,10 @@ constexpr char LowerAscii(char c) {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Set before main by the analysis layer, or later by a host; read by every parse that asks.
+// The simplifier of slash chords by default; a host may replace it, or clear it to read every
+// bass as written. Read by every parse that asks for simplification.
 constinit std::atomic<CChordSetFromStringHelper::TSimplifyBassNoteHook> gSimplifyBassNoteHook{
-    nullptr};
+    &analysis_detail::SimplifyBassNoteForParser};
 
 CIntvlSet EmptyOptionSet() {
   CIntvlSet set;

@@ -88,10 +88,11 @@ void NeuronalNet::BuildNet(const TFixedNetProp& fixedProp, const TDynNetProp& dy
   }
   _output = _Layer(fixedProp.mOutputCount, layerInputs);
 
+  // Room for the error terms of every layer, and at least the forward pass's pair.
   const std::size_t bufferCount = std::max(hiddenCount + 1, 2);
+  const auto bufferLength = static_cast<std::size_t>(std::max<std::int64_t>(longest, 0));
   for (std::size_t b = 0; b < _buffers.size(); ++b) {
-    _buffers[b].assign(
-        b < bufferCount ? static_cast<std::size_t>(std::max<std::int64_t>(longest, 0)) : 0, 0.0);
+    _buffers[b].assign(b < bufferCount ? bufferLength : 0, 0.0);
   }
 }
 

@@ -15,6 +15,9 @@
 
 namespace harmony {
 
+// Scales spell keys; their members that take a scale are defined with the scales.
+class CScaleLite;
+
 class CKeyEnh : public TraceFamily<CKeyEnh> {
  public:
   int KeyNr = kKeyNrUndef;
@@ -22,8 +25,13 @@ class CKeyEnh : public TraceFamily<CKeyEnh> {
 
   constexpr CKeyEnh() = default;
   constexpr CKeyEnh(int keyNr, TEnh enh) : KeyNr(keyNr), Enh(enh) {}
+  // The key spelled as the scale spells it (key 3 in B flat major is E flat, in E major D
+  // sharp). An undefined key or scale gives the undefined key.
+  CKeyEnh(int keyNr, const CScaleLite& scale);
 
   bool IsUndef() const { return KeyNr == kKeyNrUndef; }
+  // Takes the spelling the scale gives this key; an undefined key or scale root changes nothing.
+  void AdjustEnhToScale(const CScaleLite& scale);
   bool HasAccidental() const { return Enh != TEnh_n; }
   // A flat, double flat or sharp could be read as part of a following chord text ("Bb5").
   bool HasMisinterpretableAccidental() const {
@@ -43,6 +51,14 @@ class CKeyEnh : public TraceFamily<CKeyEnh> {
   CKeyEnh Transpose(int intvl) const {
     CKeyEnh result = *this;
     result.TranposeThis(intvl);
+    return result;
+  }
+  // Moves the key number and takes the spelling of the new key from the scale; with an
+  // undefined scale root the old spelling stays.
+  void TranposeThisAndAdjustEnh(int intvl, const CScaleLite& scale);
+  CKeyEnh TransposeAndAdjustEnh(int intvl, const CScaleLite& scale) const {
+    CKeyEnh result = *this;
+    result.TranposeThisAndAdjustEnh(intvl, scale);
     return result;
   }
   CKeyEnh operator+(int intvl) const { return Transpose(intvl); }

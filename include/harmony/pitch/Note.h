@@ -14,6 +14,9 @@
 
 namespace harmony {
 
+// Defined with the scales, where this class's member that takes one is defined too.
+class CScaleHeavy;
+
 class CNote : public TraceFamily<CNote> {
  public:
   static const CNote Undef;
@@ -52,6 +55,9 @@ class CNote : public TraceFamily<CNote> {
   void EnhShift() { _Enh = harmony::EnhShift(KeyNr(), _Enh); }
   void EnhShiftToFlats() { _Enh = harmony::EnhShiftToFlats(KeyNr(), _Enh); }
   void EnhShiftToSharps() { _Enh = harmony::EnhShiftToSharps(KeyNr(), _Enh); }
+  // Takes the spelling the scale's table gives this note's key; an undefined note reads the
+  // entry of key 3 (15 modulo 12).
+  void AdjustEnhToScale(const CScaleHeavy& scale);
   // Adds an interval, then moves by whole octaves back into 0..127: the key number follows
   // the interval, the octave may not. An undefined interval clears the note.
   void AddIntvlAndClampToKey(int intvl);

@@ -18,6 +18,8 @@
 
 namespace harmony {
 
+class CChordHeavy;
+
 class CChordLite : public TraceFamily<CChordLite> {
  public:
   CKeyEnh RootKeyEnh;        // key 15: no chord (see the three undefined states below)
@@ -33,6 +35,13 @@ class CChordLite : public TraceFamily<CChordLite> {
       : RootKeyEnh(root), BassKeyEnh(bass), Semitones(semitones) {}
 
   static CChordLite FromDictionary(const JsonDict& dict);
+
+  // Root and bass from the heavy chord's root and bass slot; a tone that sounds only in the
+  // bass stays out of the mask. A chord of played notes without bass slot has no bass.
+  void SetFromChordHeavy(const CChordHeavy& heavy);
+  // The root in the comping range, the bass (or the root) in the bass slot. The no-chord
+  // states give copies of their heavy constants with their own wrap interval.
+  CChordHeavy ToChordHeavy(int wrapIntvl) const;
 
   // A 64-bit code of root, bass and tones: semitones in the low 24 bits, then four bits each
   // for root key, root enh, bass key, bass enh. The code is stored by hosts, so the layout is

@@ -1,5 +1,7 @@
 #include "harmony/chords/ChordLite.h"
 
+#include "harmony/chords/ChordHeavy.h"
+
 #include "harmony/pitch/IntvlSet.h"
 #include "platform/JsonReader.h"
 
@@ -158,10 +160,9 @@ void CChordLite::AppendJSONClassSubstring(std::ostream& out) const {
   out << ", \"Semitones\":" << Semitones.Word();
 }
 
-// The chord's name belongs between "CChordLite: " and the two blanks; it comes with chord
-// naming, which builds on this record.
+// The name is that of the heavy form under the current preferences.
 void CChordLite::WriteTrace(std::ostream& out) const {
-  out << "CChordLite: "
+  out << "CChordLite: " << ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name()
       << "  RootKeyEnh " << RootKeyEnh << ", BassKeyEnh " << BassKeyEnh << ", Semitones "
       << Semitones;
 }

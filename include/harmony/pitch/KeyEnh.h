@@ -17,6 +17,7 @@ namespace harmony {
 
 // Scales spell keys; their members that take a scale are defined with the scales.
 class CScaleLite;
+class CSignKeyLite;
 
 class CKeyEnh : public TraceFamily<CKeyEnh> {
  public:
@@ -28,6 +29,9 @@ class CKeyEnh : public TraceFamily<CKeyEnh> {
   // The key spelled as the scale spells it (key 3 in B flat major is E flat, in E major D
   // sharp). An undefined key or scale gives the undefined key.
   CKeyEnh(int keyNr, const CScaleLite& scale);
+  // The same with the major or minor scale of a sign key; any other type of sign key
+  // counts as the undefined scale.
+  CKeyEnh(int keyNr, const CSignKeyLite& signKey);
 
   bool IsUndef() const { return KeyNr == kKeyNrUndef; }
   // Takes the spelling the scale gives this key; an undefined key or scale root changes nothing.

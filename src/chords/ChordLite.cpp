@@ -162,9 +162,8 @@ void CChordLite::AppendJSONClassSubstring(std::ostream& out) const {
 
 // The name is that of the heavy form under the current preferences.
 void CChordLite::WriteTrace(std::ostream& out) const {
-  out << "CChordLite: " << ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name()
-      << "  RootKeyEnh " << RootKeyEnh << ", BassKeyEnh " << BassKeyEnh << ", Semitones "
-      << Semitones;
+  out << "CChordLite: " << ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name() << "  RootKeyEnh "
+      << RootKeyEnh << ", BassKeyEnh " << BassKeyEnh << ", Semitones " << Semitones;
 }
 
 void CChordLite::WriteTraceBrief(std::ostream& out) const { WriteTrace(out); }

@@ -16,6 +16,7 @@
 
 #include "harmony/Trace.h"
 #include "harmony/chords/BasicChord.h"
+#include "harmony/chords/ScaleType.h"
 #include "harmony/pitch/ChordNamePrefs.h"
 #include "harmony/pitch/IntvlSet.h"
 #include "harmony/pitch/KeyEnh.h"
@@ -24,6 +25,10 @@
 #include "harmony/pitch/Semitones.h"
 
 namespace harmony {
+
+class CHarmCenterLite;
+class CScaleHeavy;
+class CSignKeyHeavy;
 
 // How BasicChordRealIntvls treats a tone that sounds only in the bass (C/D: the D).
 enum TIgnoreBassNoteForPositiveMatch : std::int32_t {
@@ -287,6 +292,15 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // Respells the root (and a bass slot note of the root's key) as given, as flats or as
   // sharps, whichever gives the fewest signs; ties keep the given spelling, then flats.
   void SetRootNoteEnhWithLeastSigns();
+
+  // --- Keys and scales
+  // As the chord record tells it of this chord's light form.
+  bool IsInSignKeyRegardlessOfEnh(const CSignKeyHeavy& signKey) const;
+  // The sign key's scale, or the center's, with the chord's keys added.
+  CScaleHeavy ConstructScaleInSignKey(const CSignKeyHeavy& signKey) const;
+  CScaleHeavy ConstructScaleInHarmCenter(const CHarmCenterLite& center) const;
+  // The type of the scale the chord sounds in (st_maj, st_min, ..., st_custom).
+  TScaleType ScaleType() const;
 
   // --- Text
   // {"root":{...},"basic":<one raw byte>,"notes":[{...},...]}

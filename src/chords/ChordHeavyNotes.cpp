@@ -153,7 +153,8 @@ void CChordHeavy::AddIntvlSetInCompingRange(const CIntvlSet& intvls) {
 }
 
 // A difference of more than 5 semitones is applied the other way round; the triads of
-// SetBasicChord never bend that far.
+// SetBasicChord never bend that far. A bent note is spelled afresh, as C major would spell
+// its key: the old spelling belonged to another key.
 void CChordHeavy::ChangeAllNotesWithinIntvlRange(int low, int high, int target) {
   if (_Notes.empty()) return;
   _UpdateIfNeeded();
@@ -166,9 +167,7 @@ void CChordHeavy::ChangeAllNotesWithinIntvlRange(int low, int high, int target) 
       continue;
     }
     const int shift = target - intvl > 5 ? intvl - target : target - intvl;
-    CNote bent = note;
-    bent.SetNoteNrAndMakeSensefulEnhAssumingCMajor(std::clamp(note.NoteNr() + shift, 0L, 127L));
-    changed.insert(bent);
+    changed.insert(CNote(std::clamp(note.NoteNr() + shift, 0L, 127L), TEnh_n));
     replaced = true;
   }
   if (!replaced) return;
@@ -266,22 +265,19 @@ void CChordHeavy::Invert() {
   _IntvlSetAndBassNoteHasIntvlAloneNeedsUpdate = true;
 }
 
+// Notes and root are spelled afresh as C major would spell their new keys, so that no old
+// accidental drags a note to a spelling like B sharp.
 void CChordHeavy::Transpose(int intvl) {
   CMySet<CNote> moved;
   bool first = true;
   for (const CNote& note : _Notes) {
     long noteNr = FoldIntoNoteRange(note.NoteNr() + intvl);
     if (!first && noteNr < 12) noteNr += 12;  // only the first note may be the bass
-    CNote transposed = note;
-    transposed.SetNoteNrAndMakeSensefulEnhAssumingCMajor(noteNr);
-    moved.insert(transposed);
+    moved.insert(CNote(noteNr, TEnh_n));
     first = false;
   }
   _Notes = moved;
-  if (!IsUndef()) {
-    _RootNote.SetNoteNrAndMakeSensefulEnhAssumingCMajor(
-        FoldIntoNoteRange(_RootNote.NoteNr() + intvl));
-  }
+  if (!IsUndef()) _RootNote = CNote(FoldIntoNoteRange(_RootNote.NoteNr() + intvl), TEnh_n);
   _IntvlSetAndBassNoteHasIntvlAloneNeedsUpdate = true;
 }
 

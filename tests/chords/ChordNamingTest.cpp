@@ -42,14 +42,10 @@ TEST(ChordNaming, ChordsInDefaultStyle) {
     const char* name;
   };
   const Case cases[] = {
-      {kC, 145, kNoKey, "C"},
-      {kC, 137, kNoKey, "Cm"},
-      {kC, 1169, kNoKey, "C7"},
       {kC, 1169, kE, "C7/E"},
       {kC, 1173, kNoKey, "C7(9)"},  // the seven opens, the nine is behind the parenthesis
       {kC, 149, kNoKey, "Cadd 9"},  // nothing but the triad and the ninth
       {kC, 661, kNoKey, "C6(9)"},
-      {kC, 273, kNoKey, "Caug"},
       {kC, 585, kNoKey, "Cdim7"},     // the sixth of a diminished chord is its seventh
       {kC, 1097, kNoKey, "Cm7(b5)"},  // half-diminished: minor with a flat five
       {kC, 1185, kNoKey, "C7sus4"},   // the seven comes before the sus
@@ -65,8 +61,6 @@ TEST(ChordNaming, ChordsInDefaultStyle) {
       {kC, 139, kNoKey, "Cmadd b9"},
       {kC, 177, kNoKey, "Cadd 11"},
       {kC, 401, kNoKey, "C(b13)"},
-      {kC, 2193, kNoKey, "Cma7"},
-      {kC, 2185, kNoKey, "Cmma7"},
       {kC, 2121, kNoKey, "Cdimma7"},
       {kC, 1033, kNoKey, "Cm7"},         // a minor third and seventh without fifth
       {kC, 265, kNoKey, "Cno3(b3,#5)"},  // 0 3 8 is no triad on C

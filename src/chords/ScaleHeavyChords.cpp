@@ -19,6 +19,15 @@ CScaleHeavy CScaleHeavy::ConstructScaleForChord(const CChordHeavy& chord) const 
   for (int key : chord.KeyNrSet()) merged = keys.insert(key).second || merged;
   if (!merged) return base;
   CScaleHeavy scale(base.RootNote(), keys);
+  // A key that only the chord brings spells as the base scale's neighbours suggest (C/A# is
+  // C/Bb in C), unless that puts an accidental on a white key: then the chord's own spelling
+  // stays, so F#m7b5/C keeps its C where F# minor's neighbour rule would call it B#.
+  for (const CNote& note : chord.Notes()) {
+    const int key = note.KeyNr();
+    if (base.HasKeyNr(key) || note.Enh() == TEnh_Undef) continue;
+    const TEnh suggested = base.EnhForKeyNr(key);
+    if (IsWhiteKey(key) && suggested != TEnh_n) scale.SetEnhForKeyNr(key, note.Enh());
+  }
   for (int key = 0; key < 12; ++key) {
     if (scale.EnhForKeyNr(key) == TEnh_Undef) scale.SetEnhForKeyNr(key, base.EnhForKeyNr(key));
   }

@@ -29,6 +29,7 @@ namespace harmony {
 class CHarmCenterLite;
 class CScaleHeavy;
 class CSignKeyHeavy;
+struct ChordSetFromStringPrefs;
 
 // How BasicChordRealIntvls treats a tone that sounds only in the bass (C/D: the D).
 enum TIgnoreBassNoteForPositiveMatch : std::int32_t {
@@ -106,6 +107,15 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // The root in the comping range; the bass, or else the root, in the bass slot.
   CChordHeavy(const CKeyEnh& root, const CSemitones& semitones, const CKeyEnh& bass, int wrapIntvl);
   CChordHeavy(const CKeyEnh& root, const CIntvlSet& intvls, const CKeyEnh& bass, int wrapIntvl);
+  // A chord symbol, read by the parser of harmony/chords/ChordSymbolParser.h (which callers
+  // include for the preferences) and voiced as ToChordHeavy voices a chord.
+  CChordHeavy(const std::string& text, const ChordSetFromStringPrefs& prefs,
+              const CChordNamePrefs& namePrefs, int wrapIntvl = CIntvlSet::kDefaultWrapIntvl);
+  CChordHeavy(const char* text, const ChordSetFromStringPrefs& prefs,
+              const CChordNamePrefs& namePrefs, int wrapIntvl = CIntvlSet::kDefaultWrapIntvl);
+  // Replaces this chord by the one the symbol names, keeping this chord's wrap interval.
+  void SetFromString(const std::string& text, const ChordSetFromStringPrefs& prefs,
+                     const CChordNamePrefs& namePrefs);
 
   // --- The three states without a root; they differ in the root's enh only.
   bool IsUndef() const { return _RootNote.IsUndef(); }

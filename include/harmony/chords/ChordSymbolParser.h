@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "harmony/Trace.h"
+#include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/HarmCenter.h"
 #include "harmony/chords/ScaleLite.h"
@@ -88,8 +89,20 @@ void SetFromString(const std::string& text, CChordLite& chord,
 
 // "Cmaj7;C lydian": the part before the first ";" is read as a chord, the part behind it as
 // a scale name; further parts are ignored. Both stay undefined when their part is missing.
+// The same into a heavy chord, which keeps its wrap interval.
+void SetFromString(const std::string& text, CChordHeavy& chord,
+                   const ChordSetFromStringPrefs& prefs = ChordSetFromStringPrefs(),
+                   const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs());
+
+// "Cmaj7;lydian": the chord before the first ";" and the scale after it; further parts are
+// ignored, and a text without ";" leaves the scale undefined.
 std::pair<CChordLite, CScaleLite> ChordAndScaleFromString(
     const std::string& text, const ChordSetFromStringPrefs& prefs = ChordSetFromStringPrefs(),
     const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs());
+
+// The chord's name, and "; " with the scale's name when the scale has a root: the text that
+// ChordAndScaleFromString reads back.
+std::string ChordAndScaleToString(const CChordLite& chord, const CScaleLite& scale,
+                                  const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs());
 
 }  // namespace harmony

@@ -1,5 +1,6 @@
 // Reads arbitrary bytes as a chord symbol, and as a chord and scale, with both parser
-// preferences and several name preferences, and checks that the result is a well-formed chord.
+// preferences and several name preferences, checks that the result is a well-formed chord, and
+// names it in every style.
 
 #include <cstddef>
 #include <cstdint>
@@ -31,6 +32,21 @@ const std::vector<harmony::CChordNamePrefs>& NamePrefsToTry() {
   return prefs;
 }
 
+// The naming styles a host may choose: German, solfege, spoken, the comma form, tension styles.
+const std::vector<harmony::CChordNamePrefs>& NameStylesToTry() {
+  static const std::vector<harmony::CChordNamePrefs> styles = [] {
+    std::vector<harmony::CChordNamePrefs> all(7, harmony::GetCurrentChordNamePrefs());
+    all[1].GermanAccidentals = 1;
+    all[2].Solfege = 2;
+    all[3].AccessibilitySpoken = 1;
+    all[4].CommaSeparatedNameParts = 1;
+    all[5].TensionStyle = 0;
+    all[6].MinorNaming = 2;
+    return all;
+  }();
+  return styles;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -60,6 +76,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       const auto [scaleChord, scale] = harmony::ChordAndScaleFromString(text, prefs, namePrefs);
       Check(IsKeyOrUndef(scaleChord.RootKeyEnh) && IsKeyOrUndef(scale.RootKeyEnh));
       if (text.find(';') == std::string::npos) Check(scaleChord == chord && scale.IsUndef());
+
+      // Whatever was read can be named, in every style, and the name reads back to a chord on
+      // the same root.
+      const harmony::CChordHeavy heavy = chord.ToChordHeavy(24);
+      for (const harmony::CChordNamePrefs& style : NameStylesToTry()) {
+        const std::string name = heavy.Name(style);
+        Check(chord.IsUndef() || !name.empty());
+      }
+      const std::string name = heavy.Name(namePrefs);
+      if (!chord.IsUndef() && !namePrefs.SlashString.empty()) {
+        const harmony::CChordLite again(name, harmony::ChordSetFromStringPrefs(), namePrefs);
+        Check(again.RootKeyEnh.KeyNr == chord.RootKeyEnh.KeyNr);
+      }
+      Check(!harmony::ChordAndScaleToString(chord, scale, namePrefs).empty() || chord.IsUndef());
     }
   }
   return 0;

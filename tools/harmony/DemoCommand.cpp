@@ -9,6 +9,8 @@
 #include "Command.h"
 #include "KeyCommandSupport.h"
 #include "ScaleCommandSupport.h"
+#include "harmony/chords/ChordHeavy.h"
+#include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/chords/SignKey.h"
@@ -100,6 +102,31 @@ void DemoKeySignatures() {
   table.Print(std::cout);
 }
 
+// Chord symbols as people type them, read and written back in a lead sheet's and in other
+// naming styles.
+void DemoChordSymbols() {
+  Heading("Chord symbols read and named");
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
+  CChordNamePrefs german = prefs;
+  german.GermanAccidentals = 1;
+  german.BIsH = 1;
+  CChordNamePrefs each = prefs;
+  each.TensionStyle = 1;
+  KeyTextTable table({"typed", "mask", "named", "German", "each tension"}, {false, true});
+  for (const char* symbol : {"CMaj7", "A-7", "Dmi7", "G7(b9)", "Em7b5", "A7#9", "Db7(#11)",
+                             "C13#11", "C6/9", "Bbsus4", "F/A", "C/A"}) {
+    const CChordLite chord(symbol, ChordSetFromStringPrefs(), prefs);
+    const CChordHeavy heavy = chord.ToChordHeavy(CIntvlSet::kDefaultWrapIntvl);
+    table.AddRow({symbol, std::to_string(chord.Semitones.Word()), heavy.Name(prefs),
+                  heavy.Name(german), heavy.Name(each)});
+  }
+  table.Print(std::cout);
+  const CChordLite simplified(
+      "C/A", ChordSetFromStringPrefs(ChordSetFromStringPrefs::kSimplifyBassNote), prefs);
+  std::cout << "C/A read with bass simplification: "
+            << simplified.ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name(prefs) << '\n';
+}
+
 void RunDemo() {
   std::cout << "harmony demo: music theory for a digital audio workstation\n";
   DemoKeys();
@@ -107,6 +134,7 @@ void RunDemo() {
   DemoSemitones();
   DemoScales();
   DemoKeySignatures();
+  DemoChordSymbols();
 }
 
 const CommandRegistration kRegistration{

@@ -1,5 +1,7 @@
 #include "harmony/guitar/GChBasicChord.h"
 
+#include "harmony/guitar/GChChord.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -269,7 +271,10 @@ void GChBasicChord::clearAll() {
 }
 
 std::string GChBasicChord::chordName(int capodasterOffset) const {
-  if (mUserName.empty()) return {};
+  if (mUserName.empty()) {
+    const GChChord chord(std::make_shared<GChBasicChord>(*this), 0);
+    return chord.chordName(capodasterOffset);
+  }
   if (mRootNote < 0) return mUserName;
   const int root = (mRootNote + std::max(capodasterOffset, 0)) % 12;
   return GChOctPitchDefaultName(root) + " " + mUserName;

@@ -1,5 +1,7 @@
 #include "harmony/guitar/GChChord.h"
 
+#include "harmony/guitar/GChHarmony.h"
+
 #include <algorithm>
 
 #include "harmony/guitar/GChChordFunctions.h"
@@ -24,7 +26,14 @@ int GChChord::bassNote(int capodasterOffset) const {
   return FoldedNote(mBasicChord->bassNote(), capodasterOffset, mTransposeIndex);
 }
 
-std::string GChChord::chordName(int /*capodasterOffset*/) const { return mBasicChord->userName(); }
+// A name the user gave stands as it is; otherwise the grid is named from its notes on its
+// stored root.
+std::string GChChord::chordName(int capodasterOffset) const {
+  if (!mBasicChord->userName().empty()) return mBasicChord->userName();
+  return GChHarmonyStringFromChord(*this, rootNote(capodasterOffset), mRootEnhType,
+                                   capodasterOffset)
+      .value_or("");
+}
 
 std::string GChChord::chordNameWithIndex(int capodasterOffset) const {
   return chordName(capodasterOffset) + " [" + std::to_string(mBasicChord->dbChordID()) + "]";

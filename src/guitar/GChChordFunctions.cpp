@@ -9,8 +9,6 @@ namespace harmony {
 
 namespace {
 
-using guitar_detail::kChordTypeRows;
-
 constexpr std::array<const char*, 12> kPitchClassNames{"C",  "C#", "D",  "D#", "E",  "F",
                                                        "F#", "G",  "G#", "A",  "A#", "B"};
 
@@ -45,21 +43,25 @@ constexpr std::array<char, 12> kLetterOfNaturalKey{'C', 0,   'D', 0,   'E', 'F',
 // Letters A..G as key numbers.
 constexpr std::array<int, 7> kKeyOfLetter{9, 11, 0, 2, 4, 5, 7};
 
+const CChordTypeVec& BuiltInTypes() { return SharedChordTypes().BuiltIn(); }
+
 int ClampedIndex(int index) {
-  return std::clamp(index, 0, static_cast<int>(kChordTypeRows.size()) - 1);
+  return std::clamp(index, 0, static_cast<int>(BuiltInTypes().size()) - 1);
 }
 
 }  // namespace
 
-int GChNumberOfChordTypes() { return static_cast<int>(kChordTypeRows.size()); }
+int GChNumberOfChordTypes() { return static_cast<int>(BuiltInTypes().size()); }
 
-std::string GChChordTypeNameForIndex(int index) { return kChordTypeRows[ClampedIndex(index)].name; }
+std::string GChChordTypeNameForIndex(int index) { return BuiltInTypes()[ClampedIndex(index)].Name; }
 
-GChChordTypeId GChChordTypeIdForIndex(int index) { return kChordTypeRows[ClampedIndex(index)].id; }
+GChChordTypeId GChChordTypeIdForIndex(int index) {
+  return static_cast<GChChordTypeId>(BuiltInTypes()[ClampedIndex(index)].Id);
+}
 
 std::string GChChordTypeNameForId(GChChordTypeId id) {
   const auto* row = guitar_detail::ChordTypeRowForId(id);
-  return row != nullptr ? row->name : "";
+  return row != nullptr ? row->Name : "";
 }
 
 std::string GChMidiPitchDefaultName(int pitch) {

@@ -55,10 +55,9 @@ TEST(GChFactoryGrids, EveryGridSoundsItsTypeOnItsRoot) {
       if (bass < 0) bass = pitch;
       mask |= 1u << ((pitch - root + 120) % 12);
     }
-    unsigned expected = 0;
-    for (int i = 0; i < row->intervalCount; ++i) expected |= 1u << (row->intervals[i] % 12);
+    const unsigned expected = guitar_detail::ChordTypePitchClassMask(*row);
     EXPECT_TRUE(mask == expected || mask == (expected & ~(1u << 7)))
-        << chord.stringFromPitches(0) << " is no " << row->name << " on " << root;
+        << chord.stringFromPitches(0) << " is no " << row->Name << " on " << root;
     EXPECT_EQ(bass % 12, root) << chord.stringFromPitches(0);
     EXPECT_GE(chord.difficultyLevel(), 1);
     // A grid fits the file format: at most 8 frets between its lowest and highest finger.

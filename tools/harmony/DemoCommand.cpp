@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "../make-factory-grids/GridFromFrets.h"
 #include "BasicChordText.h"
 #include "Command.h"
+#include "GridDiagram.h"
 #include "KeyCommandSupport.h"
 #include "ScaleCommandSupport.h"
 #include "harmony/chords/ChordHeavy.h"
@@ -15,6 +17,7 @@
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/chords/SignKey.h"
 #include "harmony/chords/SignKeyInEv.h"
+#include "harmony/guitar/GChHarmony.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/Semitones.h"
@@ -127,6 +130,19 @@ void DemoChordSymbols() {
             << simplified.ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name(prefs) << '\n';
 }
 
+// A guitar grid from its frets: drawn, and named on the root that gives the plainest name.
+void DemoGuitarGrid() {
+  Heading("A guitar grid named from its frets");
+  std::string error;
+  const auto basic = grid_tools::GridFromFrets(GChDefaultGuitarShortTuning(), {-1, 3, 2, 3, 1, 0},
+                                               {0, 3, 2, 4, 1, 0}, &error);
+  const GChChord chord(basic, 0);
+  const int root = GChProposedRootNoteFromChord(chord, 0);
+  std::cout << "x32310: " << GChHarmonyStringFromChord(chord, root, -1, 0).value_or("") << "\n\n";
+  PrintGridDiagram(*basic, std::cout);
+  std::cout << "\nPitches: " << chord.stringFromPitches(0) << '\n';
+}
+
 void RunDemo() {
   std::cout << "harmony demo: music theory for a digital audio workstation\n";
   DemoKeys();
@@ -135,6 +151,7 @@ void RunDemo() {
   DemoScales();
   DemoKeySignatures();
   DemoChordSymbols();
+  DemoGuitarGrid();
 }
 
 const CommandRegistration kRegistration{

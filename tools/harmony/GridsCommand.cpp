@@ -17,9 +17,11 @@
 
 #include "../make-factory-grids/GridFromFrets.h"
 #include "Command.h"
+#include "GridDiagram.h"
 #include "harmony/guitar/GChChord.h"
 #include "harmony/guitar/GChChordFunctions.h"
 #include "harmony/guitar/GChDatabase.h"
+#include "harmony/guitar/GChHarmony.h"
 #include "platform/AtomicWrite.h"
 #include "platform/FileWrapper.h"
 #include "platform/PropertyList.h"
@@ -109,8 +111,10 @@ std::string FretsText(const GChBasicChord& grid) {
   return text;
 }
 
+// The name the grid's notes give on its stored root, or the one its user gave it; the stored
+// type's name where neither exists.
 std::string GridTitle(const GChChord& chord, int capo) {
-  if (!chord.userName().empty()) return chord.basicChord()->chordName(capo);
+  if (std::string name = chord.chordName(capo); !name.empty()) return name;
   const int root = chord.rootNote(capo);
   const std::string type = GChChordTypeNameForId(chord.chordType());
   return (root < 0 ? std::string("?") : GChOctPitchDefaultName(root)) + " " +
@@ -141,26 +145,6 @@ void ListGrids(const GridsOptions& options) {
   std::cout << chords.size() << " grid" << (chords.size() == 1 ? "" : "s") << '\n';
 }
 
-// One cell of the diagram: a finger digit, '*' for a spot without finger, '?' for an optional
-// spot, '|' for a bare string. Barres join their strings with dashes.
-std::string DiagramRow(const GChBasicChord& grid, int fret) {
-  std::string row;
-  const int strings = grid.numberOfStrings();
-  for (int s = 0; s < strings; ++s) {
-    const GChChordElem* spot = grid.spotAtAbsFretIndex(fret, s);
-    char mark = '|';
-    if (spot != nullptr) {
-      mark = !spot->isRealSpot()
-                 ? '?'
-                 : (spot->fingerNumber() > 0 ? char('0' + spot->fingerNumber()) : '*');
-    }
-    const bool joined = spot != nullptr && spot->isBarre() && s < spot->coveredMaxStr();
-    row += mark;
-    if (s + 1 < strings) row += joined ? "--" : "  ";
-  }
-  return row;
-}
-
 void ShowGrid(const GridsOptions& options) {
   auto db = LoadDatabase(options);
   const auto basic = ChordWithID(*db, options.id);
@@ -174,26 +158,7 @@ void ShowGrid(const GridsOptions& options) {
   std::cout << "Difficulty: " << basic->difficultyLevel()
             << (basic->isFavoriteForTransposeIndex(0) ? ", favorite" : "") << "\n\n";
 
-  const int strings = basic->numberOfStrings();
-  std::string names = "     ", marks = "     ";
-  for (int s = 0; s < strings; ++s) {
-    std::string name = GChOctPitchDefaultName(tuning->openStringPitchForStringIndex(s) % 12);
-    name.resize(3, ' ');
-    names += name;
-    marks +=
-        basic->isMutedForStringIndex(s) ? "x  " : (basic->isOpenForStringIndex(s) ? "o  " : "   ");
-  }
-  const auto trimmed = [](std::string line) { return line.erase(line.find_last_not_of(' ') + 1); };
-  std::cout << trimmed(names) << '\n' << trimmed(marks) << '\n';
-  constexpr int kShownFrets = 5;
-  const int first = basic->firstShownFretForNumberOfFrets(kShownFrets);
-  int highest = first;
-  for (const auto& elem : basic->chordElems()) highest = std::max(highest, elem.absFretIndex());
-  const int rows = std::max(kShownFrets, highest - first + 1);
-  if (first == 0) std::cout << "     " << std::string(3 * strings - 2, '=') << '\n';
-  for (int fret = first; fret < first + rows; ++fret) {
-    std::cout << std::setw(3) << fret + 1 << "  " << DiagramRow(*basic, fret) << '\n';
-  }
+  PrintGridDiagram(*basic, std::cout);
   std::cout << "\nPitches: " << chord.stringFromPitches(capo) << '\n';
 }
 
@@ -328,6 +293,24 @@ void ImportGrids(const GridsOptions& options) {
             << " into '" << libraryName << "'\n";
 }
 
+// Names a grid given by its frets on the standard tuning: the root that gives the plainest
+// name is proposed, and the grid is drawn with its pitches.
+void NameGrid(const GridsOptions& options) {
+  const auto frets = grid_tools::ParseFrets(options.frets);
+  if (!frets) throw InputError("'" + options.frets + "' is no grid: write x32010 or x,3,2,0,1,0");
+  std::string error;
+  const auto basic = grid_tools::GridFromFrets(GChDefaultGuitarShortTuning(), *frets, {}, &error);
+  if (basic == nullptr) throw InputError("'" + options.frets + "': " + error);
+  const GChChord chord(basic, 0);
+  if (chord.stringFromPitches(0).empty())
+    throw InputError("'" + options.frets + "' sounds no note");
+  const int root = GChProposedRootNoteFromChord(chord, 0);
+  std::cout << options.frets << ": " << GChHarmonyStringFromChord(chord, root, -1, 0).value_or("")
+            << "  (proposed root " << GChOctPitchDefaultName(root) << ")\n\n";
+  PrintGridDiagram(*basic, std::cout);
+  std::cout << "\nPitches: " << chord.stringFromPitches(0) << '\n';
+}
+
 void AddFilterOptions(CLI::App* cmd, GridsOptions& o) {
   cmd->add_option("--root", o.root, "Root: a note name (C, F#, Bb), 0..11, or none");
   cmd->add_option("--bass", o.bass, "Bass: a note name, 0..11, or none");
@@ -339,7 +322,7 @@ const CommandRegistration kRegistration{
     80, [](CLI::App& app) {
       auto options = std::make_shared<GridsOptions>();
       auto* grids = app.add_subcommand(
-          "grids", "Guitar chord grids: list, show, add, remove, export, import");
+          "grids", "Guitar chord grids: list, show, name, add, remove, export, import");
       grids->require_subcommand(1, 1);
       grids->fallthrough();
       grids->add_option("--db", options->db,
@@ -354,6 +337,12 @@ const CommandRegistration kRegistration{
       auto* show = grids->add_subcommand("show", "Draw a grid with its fingers and pitches");
       show->add_option("ID", options->id, "Chord id as listed")->required();
       show->callback([options] { ShowGrid(*options); });
+
+      auto* name = grids->add_subcommand("name", "Name a grid given by its frets");
+      name->add_option("FRETS", options->frets,
+                       "Frets from the lowest string: x32010 or 8,10,10,9,8,8")
+          ->required();
+      name->callback([options] { NameGrid(*options); });
 
       auto* add = grids->add_subcommand("add", "Add a grid to a user library");
       add->add_option("FRETS", options->frets,

@@ -172,7 +172,7 @@ inline std::string CheckGrid(const std::shared_ptr<GChBasicChord>& grid) {
   const unsigned expected = guitar_detail::ChordTypePitchClassMask(*row);
   if (bass < 0 || bass % 12 != grid->rootNote()) return "the bass is not the root";
   if (mask != expected && mask != (expected & ~(1u << 7))) {
-    return "tones differ from " + std::string(row->name);
+    return "tones differ from " + row->Name;
   }
   return {};
 }

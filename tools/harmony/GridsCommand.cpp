@@ -111,9 +111,10 @@ std::string FretsText(const GChBasicChord& grid) {
   return text;
 }
 
-// The name the grid's notes give on its stored root, or the one its user gave it; the stored
-// type's name where neither exists.
+// The user's name behind the root for a grid the user named; otherwise the name its notes give
+// on its stored root; the stored type's name where neither exists.
 std::string GridTitle(const GChChord& chord, int capo) {
+  if (!chord.userName().empty()) return chord.basicChord()->chordName(capo);
   if (std::string name = chord.chordName(capo); !name.empty()) return name;
   const int root = chord.rootNote(capo);
   const std::string type = GChChordTypeNameForId(chord.chordType());

@@ -7,10 +7,13 @@
 #include <array>
 #include <cstdlib>
 #include <initializer_list>
+#include <mutex>
+#include <vector>
 
 #include "chords/ChordHeavyDetail.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/SignKeyHeavy.h"
+#include "harmony/net/ChordAnalysisNet.h"
 
 namespace harmony {
 namespace {
@@ -112,13 +115,38 @@ CNote _LikeliestRootByTable(const CChordHeavy& chord) {
 
 }  // namespace
 
+// The net algorithm: the lowest note becomes the root, so that the interval cache holds the
+// exact intervals above it; the net names the root's key distance above the lowest note.
+CNote CChordHeavy::_LikeliestRootByNet() {
+  const CNote lowest = BassNote();
+  SetRootNote(lowest);
+  UpdateIntvlSetAndBassNoteHasIntvlAlone();
+  int winner = 0;
+  {
+    const std::lock_guard<std::mutex> lock(ChordAnalysisNetLock());
+    // Kept between calls under the lock, so that a call allocates nothing.
+    static std::vector<double> inputs;
+    const auto inputCount =
+        static_cast<std::size_t>(NetForSingleChordAnalysis.get_input_neuron_count());
+    FillChordAnalysisNetInputs(IntvlSet(), inputCount, inputs);
+    NetForSingleChordAnalysis.use(inputs);
+    winner = NetForSingleChordAnalysis.winner();
+  }
+  return CNote(FloorMod12(lowest.KeyNr() + winner), TEnh_n);
+}
+
+void CChordHeavy::SetWrapIntvlToNeuronalNetInputCount() {
+  const std::lock_guard<std::mutex> lock(ChordAnalysisNetLock());
+  IntvlSet_SetWrapIntvl(static_cast<int>(NetForSingleChordAnalysis.get_input_neuron_count()));
+}
+
 void CChordHeavy::SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(TSingleChordAnalysisAlgo algo) {
   if (_Notes.empty()) {
     SetUndef();
     return;
   }
-  (void)algo;
-  const CNote root = _LikeliestRootByTable(*this);
+  const CNote root = algo == kSingleChordAnalysisAlgoNeuronalNet ? _LikeliestRootByNet()
+                                                                 : _LikeliestRootByTable(*this);
   SetRootNote(root);  // fixes the root and puts its key into the bass slot
   SetRootNoteEnhWithLeastSigns();
   AdjustEnhOfChordNotesToRootScale(nullptr);

@@ -361,6 +361,8 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // Root enh among given, flats and sharps by the fewest signs of the scale for the chord.
   TEnh _EnhWithLeastSigns(const CNote& root) const;
   std::string _RootName(const CChordNamePrefs& prefs) const;
+  // Makes the lowest note the root and asks the shared net for the likeliest root key.
+  CNote _LikeliestRootByNet();
 
   mutable CNote _RootNote;
   mutable CMySet<CNote> _Notes;

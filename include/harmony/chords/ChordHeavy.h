@@ -27,6 +27,12 @@
 namespace harmony {
 
 class CHarmCenterLite;
+
+// Which way root detection goes: the trained net (1) or the hand-weighted tables (any other
+// value).
+using TSingleChordAnalysisAlgo = int;
+inline constexpr TSingleChordAnalysisAlgo kSingleChordAnalysisAlgoProbTable = 0;
+inline constexpr TSingleChordAnalysisAlgo kSingleChordAnalysisAlgoNeuronalNet = 1;
 class CScaleHeavy;
 class CSignKeyHeavy;
 struct ChordSetFromStringPrefs;
@@ -315,6 +321,30 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // The type of the scale the chord sounds in (st_maj, st_min, ..., st_custom).
   TScaleType ScaleType() const;
 
+  // --- Root detection. Played notes carry no root; these choose the likeliest one.
+  // Chooses root and spelling: the net looks at the exact intervals above the lowest note,
+  // the tables weigh every key against the chord's keys. Without notes the chord becomes
+  // undefined. The root lands in the bass slot, so the detected chord is named uninverted.
+  void SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(TSingleChordAnalysisAlgo algo);
+  // The table weight of `candidate` as the root of these notes (its key counts, not octave).
+  int ProbThatNoteIsRootNote(const CNote& candidate) const;
+  // Gives the interval cache one place per input of the shared net (under the net lock).
+  void SetWrapIntvlToNeuronalNetInputCount();
+  // Respells every note as the scale for the chord spells its key; `changed`, if given, is
+  // set to false.
+  void AdjustEnhOfChordNotesToRootScale(bool* changed);
+
+  // --- Fit to a key. An interval or note is in the key when its key is a scale degree.
+  // How well the chord fits: a table by the key's kind, the basic chord and the root's
+  // distance to the key's root, less the tones outside the key.
+  int ClosenessToSignKey(const CSignKeyHeavy& signKey) const;
+  int CountIntvlsInSignKey(const CSignKeyHeavy& signKey) const;
+  int CountIntvlsNotInSignKey(const CSignKeyHeavy& signKey) const;
+  int CountNotesNotInSignKey(const CSignKeyHeavy& signKey) const;
+  // The scale degree of the root or lowest note in the key; -1 when it is no degree.
+  int RootNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
+  int BassNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
+
   // --- Text
   // {"root":{...},"basic":<one raw byte>,"notes":[{...},...]}
   void AppendJSONString(std::ostream& out) const;
@@ -341,6 +371,8 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // Root enh among given, flats and sharps by the fewest signs of the scale for the chord.
   TEnh _EnhWithLeastSigns(const CNote& root) const;
   std::string _RootName(const CChordNamePrefs& prefs) const;
+  // Makes the lowest note the root and asks the shared net for the likeliest root key.
+  CNote _LikeliestRootByNet();
 
   mutable CNote _RootNote;
   mutable CMySet<CNote> _Notes;

@@ -1,0 +1,51 @@
+#pragma once
+// The pattern sets of the root-detection net: chord shapes in the voicings players use, each
+// reduced to what the net sees (the exact intervals above the lowest note, wrapped at 24) and
+// the root's key distance above the lowest note.
+//
+// Naming convention for note sets that several chords share (C6 and Am7, the inversions of
+// a diminished seventh or an augmented triad, Csus2 and Gsus4, ...):
+//
+//   A reading is a chord shape voiced so that it gives the note set. A reading is standard
+//   when its shape is on the list of common chord symbols and it sounds its root. If any
+//   reading is standard, only the standard readings compete. Among those that compete, the
+//   one whose root is the lowest note wins; without such a reading, the one of the most
+//   common shape (earliest in the list) wins, and between readings of one shape (a symmetric
+//   chord) the root nearest above the lowest note.
+//
+// So C E G A is C6 but A C E G is Am7, every diminished seventh and augmented triad is named
+// from its lowest note, C D G is Csus2 while D G C is Gsus4 (sus4 before sus2 in the list),
+// and C Eb G Ab is Ab major seven over C, not C minor with a flat thirteenth.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "harmony/net/NeuronalNet.h"
+
+namespace harmony::trainer {
+
+// One note set, as the net sees it and as the library's algorithms receive it.
+struct TRootPattern {
+  std::uint32_t intvlMask = 0;  // bit i: the interval i above the lowest note (0..23)
+  int rootDist = 0;             // the root's key distance above the lowest note
+  std::vector<int> noteNrs;     // one voicing that gives the set, lowest note first
+  std::string name;             // the winning reading
+  int readingCount = 0;         // how many voicings gave this set
+};
+
+struct TPatternSets {
+  std::vector<TRootPattern> training;
+  std::vector<TRootPattern> heldOut;
+  int shapeCount = 0;
+  int voicingCount = 0;
+};
+
+// All shapes in all voicings, resolved by the convention above and split deterministically:
+// one note set in five is held out.
+TPatternSets BuildPatternSets();
+
+// The net's training form: inputs as the library fills them, a one-hot target.
+training_pattern ToTrainingPattern(const TRootPattern& pattern, double learningRate);
+
+}  // namespace harmony::trainer

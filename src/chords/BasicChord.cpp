@@ -61,6 +61,16 @@ std::string _BasicChordName_ChordNaming_AccessibilitySpoken(TBasicChord basicCho
   return kSpokenNames[basicChord];
 }
 
+// An empty symbol (minor written with a small root letter) gets no blank of its own.
+std::string BasicChordNameWithPreceedingOptionalSpace(TBasicChord basicChord,
+                                                      const CChordNamePrefs& prefs) {
+  const bool spoken = prefs.AccessibilitySpoken == 1;
+  if (basicChord == kBasicChordMajor) return spoken ? " major" : "";
+  std::string name = BasicChordName(basicChord, prefs);
+  if (name.empty()) return name;
+  return OptionalSpaceBetweenNameParts(prefs) + name;
+}
+
 bool IsDominantBasicChord(TBasicChord basicChord) {
   return basicChord < kIsDominant.size() && kIsDominant[basicChord];
 }

@@ -1,6 +1,8 @@
 #include "harmony/chords/ChordLite.h"
 
 #include "harmony/chords/ChordSymbolParser.h"
+#include "harmony/chords/ChordHeavy.h"
+
 #include "harmony/pitch/IntvlSet.h"
 #include "platform/JsonReader.h"
 
@@ -173,12 +175,10 @@ void CChordLite::AppendJSONClassSubstring(std::ostream& out) const {
   out << ", \"Semitones\":" << Semitones.Word();
 }
 
-// The chord's name belongs between "CChordLite: " and the two blanks; it comes with chord
-// naming, which builds on this record.
+// The name is that of the heavy form under the current preferences.
 void CChordLite::WriteTrace(std::ostream& out) const {
-  out << "CChordLite: "
-      << "  RootKeyEnh " << RootKeyEnh << ", BassKeyEnh " << BassKeyEnh << ", Semitones "
-      << Semitones;
+  out << "CChordLite: " << ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name() << "  RootKeyEnh "
+      << RootKeyEnh << ", BassKeyEnh " << BassKeyEnh << ", Semitones " << Semitones;
 }
 
 void CChordLite::WriteTraceBrief(std::ostream& out) const { WriteTrace(out); }

@@ -240,7 +240,9 @@ TEST(ChordLite, JsonWrittenAndReadBack) {
 
 TEST(ChordLite, TraceForms) {
   const std::string trace = Chord(kC, 145, kE).TraceString();
-  EXPECT_EQ(trace.rfind("CChordLite:   RootKeyEnh CKeyEnh: (0, neutral)", 0), 0U) << trace;
+  // The name as the heavy form gives it: wide, so the bass stands behind the slash.
+  EXPECT_EQ(trace.rfind("CChordLite: C/E  RootKeyEnh CKeyEnh: (0, neutral)", 0), 0U) << trace;
+  EXPECT_EQ(CChordLite().TraceString().rfind("CChordLite:   RootKeyEnh", 0), 0U);
   EXPECT_NE(trace.find(", BassKeyEnh CKeyEnh: (4, neutral) E, Semitones 145="), trace.npos);
   EXPECT_EQ(Chord(kC, 145, kE).StringForInitializerList(),
             "CChordLite(CKeyEnh(0, TEnh_n), CSemitones(145), CKeyEnh(4, TEnh_n))");

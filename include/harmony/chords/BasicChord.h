@@ -54,6 +54,11 @@ std::string _BasicChordName_ChordNaming_Normal(TBasicChord basicChord,
 // The words for speech: " major" (with its blank), "minor", "augmented", ...
 std::string _BasicChordName_ChordNaming_AccessibilitySpoken(TBasicChord basicChord);
 
+// The symbol as it follows the root: a major triad has none (" major" when spoken), the
+// others stand behind a blank when the name parts are spaced or spoken.
+std::string BasicChordNameWithPreceedingOptionalSpace(TBasicChord basicChord,
+                                                      const CChordNamePrefs& prefs);
+
 // Triads that can carry a dominant function: major, aug, major flat 5, sus4, sus2 and power.
 bool IsDominantBasicChord(TBasicChord basicChord);
 

@@ -21,6 +21,11 @@ namespace harmony {
 
 // How a chord symbol is read; defined with the parser in harmony/chords/ChordSymbolParser.h.
 struct ChordSetFromStringPrefs;
+class CChordHeavy;
+class CHarmCenterLite;
+class CScaleLite;
+class CSignKeyHeavy;
+class CSignKeyLite;
 
 class CChordLite : public TraceFamily<CChordLite> {
  public:
@@ -46,6 +51,13 @@ class CChordLite : public TraceFamily<CChordLite> {
                      const CChordNamePrefs& namePrefs);
 
   static CChordLite FromDictionary(const JsonDict& dict);
+
+  // Root and bass from the heavy chord's root and bass slot; a tone that sounds only in the
+  // bass stays out of the mask. A chord of played notes without bass slot has no bass.
+  void SetFromChordHeavy(const CChordHeavy& heavy);
+  // The root in the comping range, the bass (or the root) in the bass slot. The no-chord
+  // states give copies of their heavy constants with their own wrap interval.
+  CChordHeavy ToChordHeavy(int wrapIntvl) const;
 
   // A 64-bit code of root, bass and tones: semitones in the low 24 bits, then four bits each
   // for root key, root enh, bass key, bass enh. The code is stored by hosts, so the layout is
@@ -83,6 +95,18 @@ class CChordLite : public TraceFamily<CChordLite> {
   bool HasIntvlButNotInBassKeyEnhAlone(int intvl) const { return Semitones.HasIntvl(intvl); }
   // The key numbers of all chord tones; empty without a root.
   CMySet<int> KeyNrSet() const;
+  // The heavy forms' keys (the bass among them): all of the other chord's and more.
+  bool IsNonidenticalSupersetOf(const CChordLite& other) const;
+  // Whether the tones that make the chord what it is are keys of the sign key's scale; the
+  // root always has to be one. Major, aug and dominant 7 chords pass on their root alone.
+  bool IsInSignKeyRegardlessOfEnh(const CSignKeyLite& signKey) const;
+  bool IsInSignKeyRegardlessOfEnh(const CSignKeyHeavy& signKey) const;
+  // The basic chord with the seventh the center's mode suggests on this degree (an existing
+  // seventh is kept); no bass. The undefined chord for an undefined center.
+  CChordLite ChordExpandedWithTypicalSeventh(const CHarmCenterLite& center) const;
+  // The scale degree (from 0) of the root or bass key; -1 when it is no scale key.
+  int RootNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
+  int BassNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
 
   // --- Root and bass. Each is -129 when root or bass is undefined.
   // Bass minus root, not wrapped: -11..11 for normal keys.
@@ -100,6 +124,9 @@ class CChordLite : public TraceFamily<CChordLite> {
   void RotateRootToKeyEnh(const CKeyEnh& newRoot);
   // The bass becomes the root; the former root stays a chord tone.
   void RotateRootToBassKeyEnh();
+  // Root and bass move by the interval and are spelled as the scale spells them; the mask
+  // stays. Nothing happens without a root.
+  void TransposeAndAdjustEnh(int intvl, const CScaleLite& scale);
 
   // --- Comparisons
   bool EqualExceptRootAndBass(const CChordLite& other) const {

@@ -13,6 +13,8 @@
 
 namespace harmony {
 
+class CChordHeavy;
+
 // Stored in files; the ids have gaps and are not in table order.
 using CChordTypeId = std::uint32_t;
 
@@ -68,6 +70,8 @@ class CChordTypes : public TraceFamily<CChordTypes> {
   // Built-in rows first, then user rows.
   TChordTypeVecAndChordType ChordTypeFromId(CChordTypeId id) const;
   TChordTypeVecAndChordType FindChordTypeVecAndChordTypeFromIntvls(const CIntvlSet& intvls) const;
+  // By the chord's current interval set (its wrap interval does not count).
+  TChordTypeVecAndChordType FindChordTypeVecAndChordTypeFromChord(const CChordHeavy& chord) const;
 
   void WriteTrace(std::ostream& out) const;
   void WriteTraceBrief(std::ostream& out) const;

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <ostream>
+#include <set>
 #include <string>
 
 #include "harmony/Trace.h"
@@ -19,6 +20,8 @@
 #include "harmony/pitch/Semitones.h"
 
 namespace harmony {
+
+class CChordHeavy;
 
 // One scale of the vocabulary: its degrees as intervals above the root, an accidental per
 // degree, and whether it counts as major or minor.
@@ -189,6 +192,22 @@ class CScaleHeavy : public TraceFamily<CScaleHeavy> {
   long MoveInScale(long noteNr, int steps, bool keepInNoteRange) const;
   // The same for a note, spelled from the table; an unchanged note for an undefined scale.
   CNote MoveInScale(const CNote& note, int steps) const;
+
+  // --- Chords and the scale
+  // The scale a chord sounds in: this scale, or for an undefined scale major or minor on the
+  // chord's root by its basic chord, with the chord's keys added (a custom scale then). Keys
+  // a custom scale can't spell take the spelling of the scale it grew from. An undefined
+  // chord gives the undefined scale.
+  CScaleHeavy ConstructScaleForChord(const CChordHeavy& chord) const;
+  // The chord of these scale steps (0 = root) built upwards from the root in the comping
+  // range; the first step is the chord's root. The undefined chord for an undefined scale.
+  CChordHeavy ChordFromScaleStepSet(const std::set<int>& steps) const;
+  // Steps 0, 2 and 4.
+  CChordHeavy ChordTriadForScale() const;
+  // Root, lowest note and every key of the chord are scale keys; false without notes.
+  bool ChordIncludingOptionsIsDiatonicInScaleDisregardingEnh(const CChordHeavy& chord) const;
+  // The keys of the triad and the lowest note are scale keys.
+  bool ChordBasicChordAndBassNoteIsDiatonicInScaleDisregardingEnh(const CChordHeavy& chord) const;
 
   // --- Comparing and text
   // Root note, type and degrees; the spelling table follows from them.

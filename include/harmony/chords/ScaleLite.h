@@ -18,6 +18,7 @@
 
 namespace harmony {
 
+class CChordLite;
 class CScaleHeavy;
 
 class CScaleLite : public TraceFamily<CScaleLite> {
@@ -72,6 +73,16 @@ class CScaleLite : public TraceFamily<CScaleLite> {
   int DistToRootKey(int keyNr) const;
 
   void TransposeAndAdjustEnh(int intvl, const CScaleLite& scale);
+  // Respells the root as given, as flats or as sharps, whichever gives the scale of these
+  // tones (read as a chord) the fewest signs.
+  void SetRootKeyEnhWithLeastSigns();
+
+  // --- Chords
+  // This scale with the chord's keys added; for an undefined scale, major or minor on the
+  // chord's root.
+  CScaleLite ConstructScaleForChord(const CChordLite& chord) const;
+  // The triad on the root of steps 0, 2, 4.
+  CChordLite ChordTriadForScale() const;
 
   // --- Modes
   bool IsModalScale() const { return Semitones.IsModalScale(); }
@@ -106,5 +117,19 @@ class CScaleLite : public TraceFamily<CScaleLite> {
 std::ostream& operator<<(std::ostream& out, CScaleLite::IsAutomatic isAutomatic);
 
 static_assert(std::is_trivially_copyable_v<CScaleLite>, "CScaleLite is copied as a plain value");
+
+namespace ScaleLite {
+
+// Root, bass and every key of the chord are scale keys.
+bool ChordIncludingOptionsIsDiatonicInScale(const CChordLite& chord, const CScaleLite& scale);
+// The keys of the basic chord and the bass are scale keys.
+bool ChordExcludingOptionsIsDiatonicInScale(const CChordLite& chord, const CScaleLite& scale);
+// The usual guests of a major key: major chords on the flat third and flat seventh degree,
+// the minor chord on the fourth.
+bool IsCompatibleOutlierChordOfScale(const CChordLite& chord, const CScaleLite& scale);
+// Diatonic, such a guest, or a dominant triad on the fifth degree.
+bool ChordIsCompatibleWithScale(const CChordLite& chord, const CScaleLite& scale);
+
+}  // namespace ScaleLite
 
 }  // namespace harmony

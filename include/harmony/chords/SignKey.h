@@ -20,6 +20,7 @@ namespace harmony {
 class CSignKeyHeavy;
 class CSignKeyNoEnh;
 class CHarmCenterLite;
+class CChordLite;
 
 // The values are stored in files and events and must not change.
 enum class TSignKeyType : std::int32_t { Undef = 0, Major = 1, Minor = 2 };
@@ -90,6 +91,8 @@ class CSignKeyLite : public TraceFamily<CSignKeyLite> {
   CSignKeyNoEnh ToSignKeyNoEnh() const;
   // The root with the type's mask; the root stays even for an undefined type.
   CHarmCenterLite ToHarmCenter() const;
+  // The tonic triad, major or minor; the undefined chord for an undefined sign key.
+  CChordLite ToChord() const;
   // Root copied; minor for the natural minor mask, major for every other.
   void SetFromHarmCenter(const CHarmCenterLite& center);
 

@@ -1,0 +1,57 @@
+// Spelling a chord's root with the fewest signs in the key signature of its scale.
+
+#include <cstdlib>
+
+#include "harmony/chords/ChordHeavy.h"
+#include "harmony/chords/ScaleHeavy.h"
+
+namespace harmony {
+
+// Reads the scale's root spelling back into the chord's root: a root without spelling gets
+// the one the scale gives it.
+int CChordHeavy::SignsCount() const {
+  if (IsUndef()) return 0;
+  const CScaleHeavy scale = CScaleHeavy::Undef.ConstructScaleForChord(*this);
+  const TEnh enh = scale.RootNote().Enh();
+  _RootNote.SetEnhAndDontMakeSenseful(enh);
+  if (enh != TEnh_Undef) _RootNote.MakeSensefulEnhAssumingCMajor();
+  return scale.SignsCount();
+}
+
+int CChordHeavy::SignsCountAbs() const { return std::abs(SignsCount()); }
+
+// The given spelling stays unless flats or sharps need fewer signs; between flats and
+// sharps the flats win a tie.
+TEnh CChordHeavy::_EnhWithLeastSigns(const CNote& root) const {
+  CNote flats = root;
+  flats.EnhShiftToFlats();
+  CNote sharps = root;
+  sharps.EnhShiftToSharps();
+  const int a = _RootedOn(root).SignsCountAbs();
+  const int b = _RootedOn(flats).SignsCountAbs();
+  const int c = _RootedOn(sharps).SignsCountAbs();
+  if (b >= a) return c >= a ? root.Enh() : sharps.Enh();
+  return c >= b ? flats.Enh() : sharps.Enh();
+}
+
+// Notes spelled like the old root or its sensible form (the bass slot among them) follow the new spelling, so
+// that respelling never makes a slash chord.
+void CChordHeavy::SetRootNoteEnhWithLeastSigns() {
+  if (IsUndef()) return;
+  CNote given = _RootNote;
+  given.MakeSensefulEnhAssumingCMajor();
+  const TEnh enh = _EnhWithLeastSigns(given);
+  const CNote oldRoot = _RootNote;
+  _RootNote.SetEnhAndDontMakeSenseful(enh);
+  CMySet<CNote> respelled;
+  for (CNote note : _Notes) {
+    const bool likeRoot = note.Enh() == oldRoot.Enh() || note.Enh() == given.Enh();
+    if (note.KeyNr() == oldRoot.KeyNr() && likeRoot) {
+      note.SetEnhAndDontMakeSenseful(enh);
+    }
+    respelled.insert(note);
+  }
+  _Notes = respelled;
+}
+
+}  // namespace harmony

@@ -206,7 +206,10 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
 
   // The interval cache, rebuilt first when it is out of date.
   const CIntvlSet& IntvlSet() const;
-  int Intvl(unsigned long intvlIx) const { return IntvlSet().Intvl(intvlIx); }
+  // -129 for an index beyond the intervals.
+  int Intvl(unsigned long intvlIx) const {
+    return intvlIx < IntvlSet().size() ? IntvlSet().Intvl(intvlIx) : kIntvlUndef;
+  }
   bool HasIntvl(int intvl) const { return IntvlSet().HasIntvl(intvl); }
   bool HasIntvlInAnyOctave(int intvl) const { return IntvlSet().HasIntvlInAnyOctave(intvl); }
   // In some octave, and not only as a bass-only tone.

@@ -18,6 +18,8 @@
 
 namespace harmony {
 
+struct TChordStringParse;
+
 // The undefined position, length or probability of every analysis record.
 inline constexpr double kHarmAnlsUndefDouble = std::numeric_limits<double>::lowest();
 inline constexpr double kHarmAnlsMaxDouble = std::numeric_limits<double>::max();
@@ -190,6 +192,11 @@ class CHarmAnlsChords : public std::vector<CHarmAnlsChordWithPos>,
                         public TraceFamily<CHarmAnlsChords> {
  public:
   using std::vector<CHarmAnlsChordWithPos>::vector;
+
+  CHarmAnlsChords() = default;
+  // The chords of a chord list in text (see harmony/analysis/ChordStringParser.h).
+  CHarmAnlsChords(const std::string& text, const TChordStringParse& parse);
+  void ParseStringIntoChords(const std::string& text, const TChordStringParse& parse);
 
   // Puts the chords in at the first one's place and sorts the whole list by position.
   void InsertAtCorrectPosition(const_iterator first, const_iterator last);

@@ -63,6 +63,17 @@ std::vector<std::string> Split(const std::string& text, char separator) {
 
 // --- TChordStringParse
 
+std::regex ChordListTokenizer(const std::string& pattern) {
+#if defined(__GLIBCXX__)
+  try {
+    return std::regex(pattern, std::regex::ECMAScript | std::regex_constants::__polynomial);
+  } catch (const std::regex_error&) {
+    // Back-references need the backtracking matcher.
+  }
+#endif
+  return std::regex(pattern, std::regex::ECMAScript);
+}
+
 void TChordStringParse::WriteTrace(std::ostream& out) const {
   out << "TChordStringParse: BarLength ";
   AppendHarmAnlsFixedDouble(out, BarLength);

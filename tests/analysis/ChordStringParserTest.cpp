@@ -45,7 +45,8 @@ TEST(ChordStringParser, BarLinesAndBeatsPlaceTheChords) {
   // Three chords in a bar, then a bar too long for its bar length, which is no error.
   EXPECT_EQ(Parse("C F G | Am . . . . . | Dm7"),
             (TPlaced{{0, "C"}, {1, "F"}, {2, "G"}, {4, "Am"}, {12, "Dm7"}, {13, "U"}}));
-  // Line ends and tabs are blanks like any other.
+  // Line ends and tabs are blanks like any other, and a long run of them is one separator.
+  EXPECT_EQ(Parse("C" + std::string(300000, '\n') + "G"), (TPlaced{{0, "C"}, {1, "G"}, {2, "U"}}));
   EXPECT_EQ(Parse("C\t.\n|\r\nF"), (TPlaced{{0, "C"}, {4, "F"}, {5, "U"}}));
   // "/" is a chord symbol of the default parse, and unreadable tokens still take a beat.
   const CHarmAnlsChords odd = ParseIntoChords("C / ### G", TChordStringParse());
@@ -92,6 +93,10 @@ TEST(ChordStringParser, ACallerChoosesTokensAndLengths) {
   waltz.BarTokens = {"||", "bar"};
   EXPECT_EQ(Parse("C,/ / || G,D bar Am", waltz),
             (TPlaced{{0, "C"}, {3, "G"}, {3.5, "D"}, {6, "Am"}, {6.5, "U"}}));
+  // A pattern with a back-reference still tokenizes ("C;;G" splits at the doubled ";").
+  TChordStringParse doubled;
+  doubled.Tokenizer = ChordListTokenizer("(;)\\1");
+  EXPECT_EQ(Parse("C;;G", doubled), (TPlaced{{0, "C"}, {1, "G"}, {2, "U"}}));
   // The list and its constructor read the same.
   CHarmAnlsChords chords{CHarmAnlsChordWithPos(Symbol("F"), 9)};
   chords.ParseStringIntoChords("C G", TChordStringParse());

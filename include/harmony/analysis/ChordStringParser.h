@@ -17,11 +17,17 @@
 
 namespace harmony {
 
+// A tokenizer in the ECMAScript grammar. Where the standard library offers it, the matcher
+// walks the text breadth-first, so that a long run of separators (a file of blank lines)
+// can't exhaust the stack as backtracking does; a pattern with back-references keeps the
+// backtracking matcher. For separators such as "\s+" both find the same matches.
+std::regex ChordListTokenizer(const std::string& pattern);
+
 // How a chord list is cut into tokens and placed in time. The default reads lists such as
 // "C . . . F . G ." with a lone "|" as bar line.
 struct TChordStringParse : public TraceFamily<TChordStringParse> {
   // What lies between two tokens (ECMAScript grammar).
-  std::regex Tokenizer{R"(\s+)"};
+  std::regex Tokenizer = ChordListTokenizer(R"(\s+)");
   // Quarter notes in one bar, and taken by one chord or one beat token.
   double BarLength = 4.0;
   double BeatLength = 1.0;

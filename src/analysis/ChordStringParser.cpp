@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <sstream>
+#include <utility>
 
 #include "HarmAnlsText.h"
 
@@ -28,14 +30,32 @@ std::string WithoutBracesAndHyphens(const std::string& text) {
   return copy;
 }
 
-// The pieces between the matches of the tokenizer; a match at the very start gives an
-// empty first piece.
-std::vector<std::string> Tokens(const std::string& text, const std::regex& tokenizer) {
-  std::vector<std::string> tokens;
-  std::sregex_token_iterator it(text.begin(), text.end(), tokenizer, -1);
-  for (; it != std::sregex_token_iterator(); ++it) tokens.push_back(it->str());
-  return tokens;
-}
+// Joins a token that begins with "ma" to the token before it, as the tokens arrive. After a
+// join the next token is not looked at: it slid into the joined one's place in the list.
+class TTokenMender {
+ public:
+  // Hands each finished token to `emit`.
+  template <class TEmit>
+  void Push(std::string token, TEmit&& emit) {
+    if (_pending && !_skipNext && token.compare(0, 2, "ma") == 0) {
+      *_pending += token;
+      _skipNext = true;
+      return;
+    }
+    if (_pending) emit(*_pending);
+    _pending = std::move(token);
+    _skipNext = false;
+  }
+  template <class TEmit>
+  void Finish(TEmit&& emit) {
+    if (_pending) emit(*_pending);
+    _pending.reset();
+  }
+
+ private:
+  std::optional<std::string> _pending;
+  bool _skipNext = false;
+};
 
 // The next bar line at or after the position. A bar that isn't full is padded; one that
 // is too long is no error. Without a bar length there are no bar lines to move to.
@@ -102,24 +122,24 @@ void TChordStringParse::WriteInitializerList(std::ostream& out) const {
 // --- The parser
 
 void ParseStringIntoHarmAnlsChords::_CorrectTokenizationOf(std::vector<std::string>& tokens) {
-  for (std::size_t i = 1; i < tokens.size(); ++i) {
-    if (tokens[i].compare(0, 2, "ma") == 0) {
-      tokens[i - 1] += tokens[i];
-      tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(i));
-    }
-  }
+  std::vector<std::string> mended;
+  mended.reserve(tokens.size());
+  const auto keep = [&mended](std::string& token) { mended.push_back(std::move(token)); };
+  TTokenMender mender;
+  for (std::string& token : tokens) mender.Push(std::move(token), keep);
+  mender.Finish(keep);
+  tokens = std::move(mended);
 }
 
+// The tokens are mended as the tokenizer finds them, so that a long piece never holds all
+// of its tokens at once.
 CHarmAnlsChords ParseStringIntoHarmAnlsChords::ParseIntoChords(const std::string& text,
                                                                const TChordStringParse& parse) {
   CHarmAnlsChords chords;
   if (text.empty()) return chords;
-  std::vector<std::string> tokens = Tokens(WithoutBracesAndHyphens(text), parse.Tokenizer);
-  _CorrectTokenizationOf(tokens);
-
   double position = 0.0;
-  for (const std::string& token : tokens) {
-    if (token.empty()) continue;
+  const auto place = [&](const std::string& token) {
+    if (token.empty()) return;
     if (IsOneOf(token, parse.BarTokens)) {
       position = NextBarLine(position, parse.BarLength);
     } else if (IsOneOf(token, parse.BeatTokens)) {
@@ -130,7 +150,16 @@ CHarmAnlsChords ParseStringIntoHarmAnlsChords::ParseIntoChords(const std::string
       chords.emplace_back(chord, position);
       position += parse.BeatLength;
     }
+  };
+  // The pieces between the tokenizer's matches; a match at the very start gives an empty
+  // first piece.
+  const std::string copy = WithoutBracesAndHyphens(text);
+  TTokenMender mender;
+  for (std::sregex_token_iterator it(copy.begin(), copy.end(), parse.Tokenizer, -1), end; it != end;
+       ++it) {
+    mender.Push(it->str(), place);
   }
+  mender.Finish(place);
   // The end of the piece, told by an undefined chord; only a list with chords has one.
   if (!chords.empty()) chords.emplace_back(CChordLite(), position);
   return chords;

@@ -76,10 +76,10 @@ TEST_F(AnalyseCommand, BadInputIsToldAndBadChordsAreBorne) {
   const TRun missing = RunTool("analyse --file /nonexistent/tune.txt");
   EXPECT_EQ(missing.status, 1);
   EXPECT_TRUE(Contains(missing.output, "\"/nonexistent/tune.txt\"")) << missing.output;
+  EXPECT_EQ(RunTool("analyse --file '" + std::string(HARMONY_DATA_DIR) + "/examples'").status, 1);
   EXPECT_EQ(RunTool("analyse --key Q C").status, 1);
   EXPECT_EQ(RunTool("analyse").status, 2);
   EXPECT_EQ(RunTool("analyse C --file '" + kExample + "'").status, 2);
-  EXPECT_EQ(RunTool("analyse --method guess C").status, 2);
   // Nonsense still gives chords, one beat each.
   const TRun nonsense = RunTool("analyse --key G '### {} -- @@ | x'");
   EXPECT_EQ(nonsense.status, 0) << nonsense.output;

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -119,19 +116,6 @@ TEST(ChordStringParser, PositionedFormCountsDistancesFromC) {
   EXPECT_EQ(chords[3].Position, 0.0);
   EXPECT_EQ(chords[3].RootDistToHarmCenter, 5);
   EXPECT_TRUE(HarmChordsFromChordString("").empty());
-}
-
-TEST(ChordStringParser, FilesAreReadWhole) {
-  const std::filesystem::path dir = std::filesystem::temp_directory_path();
-  const std::filesystem::path path = dir / "harmony_chord_string_test.txt";
-  {
-    std::ofstream out(path, std::ios::binary);
-    out << "C . . . |\nG7 . . . |\n";
-  }
-  EXPECT_EQ(ReadChordStringFile(path.string()), "C . . . |\nG7 . . . |\n");
-  std::filesystem::remove(path);
-  EXPECT_FALSE(ReadChordStringFile(path.string()).has_value());
-  EXPECT_FALSE(ReadChordStringFile(dir.string()).has_value());
 }
 
 }  // namespace

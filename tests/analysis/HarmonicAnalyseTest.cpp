@@ -179,8 +179,6 @@ TEST(HarmonicAnalyse, AFileStandsAloneWhateverTheCallerPasses) {
   std::stringstream written;
   written << in.rdbuf();
   EXPECT_EQ(written.str(), Json(fromFile));
-  fromFile.WriteAnalysisResultToFile(path.string(), std::ios_base::app);
-  EXPECT_EQ(std::filesystem::file_size(path), 2 * Json(fromFile).size());
   std::filesystem::remove(path);
   fromFile.AnalyseFromChordStringFile(path.string(), {}, A::kAnalyseNone, TChordStringParse());
   EXPECT_TRUE(fromFile.InputChords().empty());
@@ -212,14 +210,6 @@ TEST(HarmonicAnalyse, ListingTellsTheTreeAndTheInputByLengths) {
   EXPECT_TRUE(lengths[4].IsUndef());
   EXPECT_EQ(lengths[1].RootKeyEnh, kG);
   EXPECT_EQ(lengths[1].RootDistToHarmCenter, -1);
-}
-
-TEST(HarmonicAnalyse, TracesTellTheTree) {
-  CHarmonicAnalyse analyse;
-  analyse.AnalyseFromChordString("C G7/B", {Key(0, kC, TSignKeyType::Major)}, A::kAnalyseNone,
-                                 TChordStringParse());
-  EXPECT_EQ(analyse.TraceBriefString(), "{(HK C: {(HC C: {C G7/B - }) }) }");
-  EXPECT_EQ(analyse.TraceString().find("CHarmonicAnalyse: CHarmAnlsSignKeys: {\n"), 0U);
 }
 
 }  // namespace

@@ -10,8 +10,6 @@
 #include <sstream>
 #include <utility>
 
-#include "HarmAnlsText.h"
-
 namespace harmony {
 
 namespace {
@@ -66,8 +64,9 @@ double NextBarLine(double position, double barLength) {
 
 void WriteTokenList(std::ostream& out, const std::vector<std::string>& tokens) {
   out << '{';
-  for (std::size_t i = 0; i < tokens.size(); ++i)
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
     out << (i == 0 ? "\"" : ", \"") << tokens[i] << '"';
+  }
   out << '}';
 }
 

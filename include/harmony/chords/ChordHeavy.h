@@ -305,6 +305,10 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // The type of the scale the chord sounds in (st_maj, st_min, ..., st_custom).
   TScaleType ScaleType() const;
 
+  // --- Quantising: as the chord's light form does it (harmony/chords/Voicing.h).
+  long QuantizeToChord(long noteNr, TQuantizeDirection direction) const;
+  long QuantizeToBasicChord(long noteNr, TQuantizeDirection direction) const;
+
   // --- Text
   // {"root":{...},"basic":<one raw byte>,"notes":[{...},...]}
   void AppendJSONString(std::ostream& out) const;

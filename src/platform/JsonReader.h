@@ -15,6 +15,13 @@ namespace harmony::platform {
 // Parses strict JSON; an empty result for text that is not JSON.
 std::optional<JsonDict> ParseJson(std::string_view text);
 
+// The non-strict JSON that the analysis records write, made strict: a bare word other than
+// true, false and null becomes a string ("Undef" for an undefined probability), and a comma
+// in front of a closing bracket or brace is dropped. Strict JSON passes unchanged.
+std::string RelaxedJsonToStrict(std::string_view text);
+// ParseJson on the strict form.
+std::optional<JsonDict> ParseRelaxedJson(std::string_view text);
+
 // The member `key` of an object, or nullptr when `dict` is no object or lacks the key.
 const JsonDict* JsonMember(const JsonDict& dict, const char* key);
 

@@ -1,0 +1,147 @@
+// How a row of harmonic centers is cut and joined: chords move between neighbouring centers
+// when a center's borders change, and neighbours with the same center become one.
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+
+#include "harmony/analysis/HarmAnlsCenter.h"
+#include "harmony/pitch/Enh.h"
+
+namespace harmony {
+
+namespace {
+
+constexpr unsigned long kMajorScale = 2741;
+constexpr unsigned long kNaturalMinorScale = 1453;
+
+CHarmAnlsCenter UndefCenterAt(double position) {
+  return CHarmAnlsCenter(kHarmAnlsUndefDouble, position, CHarmCenterLite::Undef);
+}
+
+bool InCollectedRange(const CHarmAnlsChordWithPos& chord, double smaller, double larger) {
+  const double p = chord.Position;
+  // The closing chord of a range sits on its end and travels with it.
+  return smaller <= p && (p < larger || (p == larger && chord.IsUndef()));
+}
+
+// How long a center lasts: up to the next center, or to the end of its own chords.
+double CenterLength(const CHarmAnlsCenters& centers, std::size_t index) {
+  const CHarmAnlsCenter& center = centers[index];
+  if (index + 1 < centers.size()) return centers[index + 1].Position - center.Position;
+  const double end = center.HarmChords.LastChordEndPos();
+  if (center.HarmChords.empty() || IsHarmAnlsUndef(end)) return 1.0;
+  return end - center.Position;
+}
+
+}  // namespace
+
+void CHarmAnlsCenters::_InsertChords(iterator target, const CHarmAnlsChords& chords) {
+  target->HarmChords.InsertAtCorrectPosition(chords.cbegin(), chords.cend());
+}
+
+CHarmAnlsChords CHarmAnlsCenters::CollectAndEraseChordsFromSmallerUntilBeforeLarger(double smaller,
+                                                                                    double larger) {
+  CHarmAnlsChords collected;
+  if (!(smaller < larger)) return collected;
+  for (CHarmAnlsCenter& center : *this) {
+    CHarmAnlsChords& chords = center.HarmChords;
+    auto kept = chords.begin();
+    for (auto it = chords.begin(); it != chords.end(); ++it) {
+      if (InCollectedRange(*it, smaller, larger)) {
+        collected.push_back(*it);
+      } else {
+        *kept++ = *it;
+      }
+    }
+    chords.erase(kept, chords.end());
+  }
+  return collected;
+}
+
+CHarmAnlsCenters::iterator CHarmAnlsCenters::ChangeRangeOfHarmCenter(iterator center, double a,
+                                                                     double b) {
+  if (center == end()) return center;
+  const double smaller = std::min(a, b);
+  const double larger = std::max(a, b);
+  const double oldStart = center->Position;  // undefined is the most negative double
+  const double oldEnd =
+      std::next(center) == end() ? kHarmAnlsMaxDouble : std::next(center)->Position;
+  if (smaller == oldStart && larger == oldEnd) return center;
+
+  center->Position = smaller;
+  const CHarmAnlsChords before =
+      CollectAndEraseChordsFromSmallerUntilBeforeLarger(oldStart, smaller);
+  const CHarmAnlsChords inside = CollectAndEraseChordsFromSmallerUntilBeforeLarger(smaller, larger);
+  const CHarmAnlsChords after = CollectAndEraseChordsFromSmallerUntilBeforeLarger(larger, oldEnd);
+
+  auto index = std::distance(begin(), center);
+  if (!before.empty()) {
+    if (index == 0) {
+      insert(begin(), UndefCenterAt(before.front().Position));
+      index = 1;
+    }
+    _InsertChords(begin() + (index - 1), before);
+  }
+  if (!inside.empty()) _InsertChords(begin() + index, inside);
+  if (!after.empty()) {
+    // A following center keeps its position even when its first chords change.
+    if (index + 1 == static_cast<std::ptrdiff_t>(size())) {
+      push_back(UndefCenterAt(after.front().Position));
+    }
+    _InsertChords(begin() + (index + 1), after);
+  }
+  return begin() + index;
+}
+
+CHarmAnlsCenters::iterator CHarmAnlsCenters::CreateNewHarmCenterWithChordsAfterPos(iterator center,
+                                                                                   double pos) {
+  if (center == end()) return center;
+  const auto index = std::distance(begin(), center);
+  const CHarmAnlsChords after =
+      CollectAndEraseChordsFromSmallerUntilBeforeLarger(pos, kHarmAnlsMaxDouble);
+  if (after.empty()) return center;
+  if (index + 1 == static_cast<std::ptrdiff_t>(size())) {
+    push_back(UndefCenterAt(after.front().Position));
+  }
+  _InsertChords(begin() + (index + 1), after);
+  return begin() + index;
+}
+
+// The lengths are summed per center, but the winner is the last entry of the map: the
+// highest center in the order of key number, spelling and mask, whatever its length. With
+// the twelve major and minor centers always in the map, that is B major unless a spelling or
+// mask above it occurs; and only a center that really occurs can win. Callers rely on this
+// being a last resort that usually says "undefined".
+CHarmCenterLite CHarmAnlsCenters::FindMostOccurentHarmCenter() const {
+  if (empty()) return CHarmCenterLite::Undef;
+  std::map<CHarmCenterLite, double> lengths;
+  for (int keyNr = 0; keyNr < 12; ++keyNr) {
+    const CKeyEnh root(keyNr, MakeSensefulEnhForKeyNrPreferFlats(keyNr, TEnh_Undef));
+    lengths[CHarmCenterLite(root, CSemitones(kMajorScale))] = 0.0;
+    lengths[CHarmCenterLite(root, CSemitones(kNaturalMinorScale))] = 0.0;
+  }
+  for (std::size_t i = 0; i < size(); ++i) {
+    const CHarmAnlsCenter& center = (*this)[i];
+    if (center.IsUndef() || IsHarmAnlsUndef(center.Position)) continue;
+    lengths[center.HarmCenter] += CenterLength(*this, i);
+  }
+  const auto& winner = *lengths.rbegin();
+  return winner.second == 0.0 ? CHarmCenterLite::Undef : winner.first;
+}
+
+void CHarmAnlsCenters::MergeAdjacentSameHarmCenters() {
+  for (std::size_t i = 1; i < size();) {
+    CHarmAnlsCenter& previous = (*this)[i - 1];
+    CHarmAnlsCenter& current = (*this)[i];
+    if (current.HarmCenter == previous.HarmCenter) {
+      previous.HarmChords.insert(previous.HarmChords.end(), current.HarmChords.begin(),
+                                 current.HarmChords.end());
+      erase(begin() + static_cast<std::ptrdiff_t>(i));
+    } else {
+      ++i;
+    }
+  }
+}
+
+}  // namespace harmony

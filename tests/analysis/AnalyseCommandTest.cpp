@@ -1,0 +1,89 @@
+// The analyse command of the harmony tool, run as a user would, on the bundled example.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include "harmony/analysis/HarmAnlsSignKey.h"
+
+namespace {
+
+struct TRun {
+  int status;
+  std::string output;  // standard output and standard error
+};
+
+TRun RunTool(const std::string& arguments) {
+  const std::string command = std::string(HARMONY_TOOL_PATH) + " " + arguments + " 2>&1";
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return {-1, {}};
+  std::string output;
+  std::array<char, 256> buffer{};
+  while (fgets(buffer.data(), buffer.size(), pipe) != nullptr) output += buffer.data();
+  const int status = pclose(pipe);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+const std::string kExample =
+    std::string(HARMONY_DATA_DIR) + "/examples/when-the-saints-go-marching-in.txt";
+
+class AnalyseCommand : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (std::string(HARMONY_TOOL_PATH).empty()) GTEST_SKIP() << "harmony tool not built";
+  }
+};
+
+TEST_F(AnalyseCommand, TheExampleShowsKeyCenterAndEachChord) {
+  const TRun run = RunTool("analyse --key C --file '" + kExample + "'");
+  EXPECT_EQ(run.status, 0) << run.output;
+  EXPECT_TRUE(Contains(run.output, "Sign key C Major, from 0.00\n  Center C Major, from 0.00\n"))
+      << run.output;
+  // Bar 11 is F, bar 12 F minor, both a fourth above the center; the piece ends at bar 17.
+  EXPECT_TRUE(Contains(run.output, "40.00    4.00  F         5     -\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "44.00    4.00  Fm        5     -\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "64.00          end       -     -\n")) << run.output;
+
+  // Without a key nothing tells the center yet: the distances stay unknown.
+  const TRun bare = RunTool("analyse --method none 'Am7 . | D7'");
+  EXPECT_EQ(bare.status, 0) << bare.output;
+  EXPECT_TRUE(Contains(bare.output, "Sign key undefined, from -\n  Center undefined, from -\n"));
+  EXPECT_TRUE(Contains(bare.output, "4.00    1.00  D7        -     -\n")) << bare.output;
+}
+
+TEST_F(AnalyseCommand, JsonIsTheLibrarysResultFile) {
+  const TRun run = RunTool("analyse --json --key 'A minor' 'Am Dm E7 Am'");
+  EXPECT_EQ(run.status, 0) << run.output;
+  EXPECT_EQ(run.output.rfind("{\"HarmSignKeys\":\n[\n{\"Probability\":Undef, ", 0), 0U);
+  const harmony::CHarmAnlsSignKeys keys =
+      harmony::CHarmAnlsSignKeys::FromAnalysisJSONString(run.output);
+  ASSERT_EQ(keys.size(), 1U);
+  EXPECT_EQ(keys[0].SignKey.SignKeyType, harmony::TSignKeyType::Minor);
+  const harmony::CHarmAnlsChords& chords = keys[0].HarmCenters.at(0).HarmChords;
+  ASSERT_EQ(chords.size(), 5U);
+  EXPECT_EQ(chords[2].RootDistToHarmCenter, 7);
+  EXPECT_EQ(chords[4].Position, 4.0);
+}
+
+TEST_F(AnalyseCommand, BadInputIsToldAndBadChordsAreBorne) {
+  const TRun missing = RunTool("analyse --file /nonexistent/tune.txt");
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_TRUE(Contains(missing.output, "\"/nonexistent/tune.txt\"")) << missing.output;
+  EXPECT_EQ(RunTool("analyse --key Q C").status, 1);
+  EXPECT_EQ(RunTool("analyse").status, 2);
+  EXPECT_EQ(RunTool("analyse C --file '" + kExample + "'").status, 2);
+  EXPECT_EQ(RunTool("analyse --method guess C").status, 2);
+  // Nonsense still gives chords, one beat each.
+  const TRun nonsense = RunTool("analyse --key G '### {} -- @@ | x'");
+  EXPECT_EQ(nonsense.status, 0) << nonsense.output;
+  EXPECT_TRUE(Contains(nonsense.output, "5.00          end")) << nonsense.output;
+}
+
+}  // namespace

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "harmony/analysis/HarmAnlsChord.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 
@@ -101,6 +102,19 @@ void PushBottomUp(std::vector<unsigned char>& notes, int targetNoteNr) {
   }
 }
 
+// A bass key of 15 (or the unknown distance -1) takes the root's; without root, no bass.
+void AddBassKeyToMidiNotes(int rootKeyNr, int bassKeyNr, std::vector<unsigned char>& notes) {
+  if (!IsKeyNr(rootKeyNr)) return;
+  if (!IsKeyNr(bassKeyNr)) bassKeyNr = rootKeyNr;
+  const auto rootNote = std::find_if(notes.begin(), notes.end(),
+                                     [rootKeyNr](unsigned char n) { return n % 12 == rootKeyNr; });
+  const long octave = rootNote == notes.end() ? 0 : *rootNote / 12;
+  long bass = bassKeyNr + 12 * (octave - 1);
+  while (bass < 40) bass += 12;
+  while (Contains(notes, bass)) bass += 12;
+  if (bass <= 127) notes.push_back(static_cast<unsigned char>(bass));
+}
+
 }  // namespace
 
 std::vector<unsigned char> CChordLite::VoicingNotesNrs(const TChordVoicingPrefs& prefs) const {
@@ -167,16 +181,22 @@ void TransposeChordBasedOnPreviousChords(std::vector<unsigned char>& notes, int 
   std::sort(notes.begin(), notes.end());
 }
 
-void _AddBassKeyToMidiNotes(int rootKeyNr, int bassKeyNr, std::vector<unsigned char>& notes) {
+void CHarmAnlsChordWithLengthToMidiNotes(const CHarmAnlsChordWithLength& chord,
+                                         std::vector<unsigned char>& notes, bool relative) {
+  notes.clear();
+  const int rootKeyNr = relative ? chord.RootDistToHarmCenter : chord.RootKeyEnh.KeyNr;
   if (!IsKeyNr(rootKeyNr)) return;
-  if (!IsKeyNr(bassKeyNr)) bassKeyNr = rootKeyNr;
-  const auto rootNote = std::find_if(notes.begin(), notes.end(),
-                                     [rootKeyNr](unsigned char n) { return n % 12 == rootKeyNr; });
-  const long octave = rootNote == notes.end() ? 0 : *rootNote / 12;
-  long bass = bassKeyNr + 12 * (octave - 1);
-  while (bass < 40) bass += 12;
-  while (Contains(notes, bass)) bass += 12;
-  if (bass <= 127) notes.push_back(static_cast<unsigned char>(bass));
+  for (int intvl = 0; intvl < 12; ++intvl) {
+    if (chord.Semitones.HasIntvl(intvl))
+      notes.push_back(static_cast<unsigned char>(48 + rootKeyNr + intvl));
+  }
+}
+
+void AddBassNoteToMidiNotes(const CHarmAnlsChord& chord, std::vector<unsigned char>& notes,
+                            bool relative) {
+  const int rootKeyNr = relative ? chord.RootDistToHarmCenter : chord.RootKeyEnh.KeyNr;
+  const int bassKeyNr = relative ? chord.BassDistToHarmCenter : chord.BassKeyEnh.KeyNr;
+  AddBassKeyToMidiNotes(rootKeyNr, bassKeyNr, notes);
 }
 
 }  // namespace harmony

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "harmony/analysis/HarmAnlsChord.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 
@@ -43,8 +44,14 @@ Notes Transposed(Notes notes, int target) {
   return notes;
 }
 
-Notes WithBass(int root, int bass, Notes notes) {
-  _AddBassKeyToMidiNotes(root, bass, notes);
+Notes WithBass(const CHarmAnlsChord& chord, Notes notes, bool relative = false) {
+  AddBassNoteToMidiNotes(chord, notes, relative);
+  return notes;
+}
+
+Notes AnalysisNotes(const CHarmAnlsChord& chord, bool relative) {
+  Notes notes{1, 2, 3};  // replaced
+  CHarmAnlsChordWithLengthToMidiNotes(CHarmAnlsChordWithLength(chord, 4.0), notes, relative);
   return notes;
 }
 
@@ -116,18 +123,34 @@ TEST(Voicing, BassBelowTheRoot) {
   EXPECT_EQ(Voiced(Chord(0, {0, 4, 7}, 0)), (Notes{60, 64, 67}));
 }
 
+TEST(Voicing, AnalysisChordsAsMidiNotes) {
+  // D/F# in the center G: seen from the center it sounds as G/B would in C.
+  const CHarmAnlsChord dOverFSharp(Chord(2, {0, 4, 7}, 6), 7, 11);
+  EXPECT_EQ(AnalysisNotes(dOverFSharp, false), (Notes{50, 54, 57}));
+  EXPECT_EQ(AnalysisNotes(dOverFSharp, true), (Notes{55, 59, 62}));
+  EXPECT_EQ(AnalysisNotes(CHarmAnlsChord(Chord(11, {0, 4, 7, 10})), false),
+            (Notes{59, 63, 66, 69}));
+  EXPECT_TRUE(AnalysisNotes(CHarmAnlsChord(Chord(11, {0, 4, 7})), true).empty());
+  EXPECT_TRUE(AnalysisNotes(CHarmAnlsChord(), false).empty());
+}
+
 TEST(Voicing, AddBassNote) {
   // An octave below the first note of the root's key.
-  EXPECT_EQ(WithBass(0, 4, {60, 64, 67}), (Notes{60, 64, 67, 52}));
-  EXPECT_EQ(WithBass(0, kKeyNrUndef, {67, 60, 64}), (Notes{67, 60, 64, 48}));
-  EXPECT_EQ(WithBass(0, -1, {60, 64, 67}), (Notes{60, 64, 67, 48}));
-  // Without a root note the octave is 0 and the bass is raised to at least 40.
-  EXPECT_EQ(WithBass(2, 15, {60, 64, 67}), (Notes{60, 64, 67, 50}));
-  EXPECT_EQ(WithBass(2, 15, {}), (Notes{50}));
+  const CHarmAnlsChord dOverFSharp(Chord(2, {0, 4, 7}, 6), 7, 11);
+  EXPECT_EQ(WithBass(dOverFSharp, {50, 54, 57}), (Notes{50, 54, 57, 42}));
+  EXPECT_EQ(WithBass(dOverFSharp, {55, 59, 62}, true), (Notes{55, 59, 62, 47}));
+  // Without a bass the root is the bass.
+  const CHarmAnlsChord c(Chord(0, {0, 4, 7}), 0, -1);
+  EXPECT_EQ(WithBass(c, {67, 60, 64}), (Notes{67, 60, 64, 48}));
+  EXPECT_EQ(WithBass(c, {67, 60, 64}, true), (Notes{67, 60, 64, 48}));
+  // Without a note of the root's key the octave is 0 and the bass is raised to at least 40.
+  const CHarmAnlsChord d(Chord(2, {0, 4, 7}));
+  EXPECT_EQ(WithBass(d, {60, 64, 67}), (Notes{60, 64, 67, 50}));
+  EXPECT_EQ(WithBass(d, {}), (Notes{50}));
   // Raised past notes it would double.
-  EXPECT_EQ(WithBass(0, 0, {48, 60}), (Notes{48, 60, 72}));
-  EXPECT_EQ(WithBass(kKeyNrUndef, 4, {60, 64}), (Notes{60, 64}));
-  EXPECT_EQ(WithBass(-1, 4, {60, 64}), (Notes{60, 64}));
+  EXPECT_EQ(WithBass(CHarmAnlsChord(Chord(0, {0, 4, 7}, 0)), {48, 60}), (Notes{48, 60, 72}));
+  EXPECT_EQ(WithBass(CHarmAnlsChord(), {60, 64}), (Notes{60, 64}));
+  EXPECT_EQ(WithBass(d, {60, 64}, true), (Notes{60, 64}));  // distance not known
 }
 
 TEST(Voicing, TransposeTowardTarget) {

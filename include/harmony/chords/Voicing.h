@@ -14,6 +14,9 @@
 
 namespace harmony {
 
+class CHarmAnlsChord;
+class CHarmAnlsChordWithLength;
+
 // How a host wants its chords voiced: 32-bit fields, in the order hosts store them.
 struct TChordVoicingPrefs {
   std::int32_t Reserved = 0;            // kept for the host; the library does not read it
@@ -27,10 +30,18 @@ struct TChordVoicingPrefs {
 // notes end sorted ascending. Fewer than two notes stay where they are when the top is above.
 void TransposeChordBasedOnPreviousChords(std::vector<unsigned char>& notes, int targetNoteNr);
 
-// The bass of a voicing from a root and a bass key (or, for the analysis records, from their
-// distances to the harmonic center): an octave below the first note of the root's pitch
-// class, at least 40, and never onto a note of the voicing. It is appended, not sorted in.
-// A bass key of 15 (or -1) takes the root's; an undefined root (15, or -1) adds nothing.
-void _AddBassKeyToMidiNotes(int rootKeyNr, int bassKeyNr, std::vector<unsigned char>& notes);
+// --- Chords of the analysis (harmony/analysis/HarmAnlsChord.h). With `relative` the root
+// and bass keys are the chord's distances to its harmonic center, so that chords of every
+// key come out as if the center were C.
+
+// The chord's tones straight above 48 + its root key, sorted ascending; `notes` is
+// replaced. A chord without root (or without known distance) gives no notes.
+void CHarmAnlsChordWithLengthToMidiNotes(const CHarmAnlsChordWithLength& chord,
+                                         std::vector<unsigned char>& notes, bool relative);
+// Appends the bass (the root without a bass of its own) an octave below the first note of the
+// root's key, at least 40 and never onto a note already there; the order of `notes` is kept.
+// A chord without root adds nothing.
+void AddBassNoteToMidiNotes(const CHarmAnlsChord& chord, std::vector<unsigned char>& notes,
+                            bool relative);
 
 }  // namespace harmony

@@ -1,7 +1,5 @@
 #include "harmony/chords/CompingRange.h"
 
-#include "harmony/pitch/KeyNumbers.h"
-
 namespace harmony {
 
 namespace {
@@ -27,7 +25,9 @@ long NoteNrToCompingPlusWrapIntvlRange(long noteNr, int wrapIntvl) {
 }
 
 long NoteNrAddIntvlToCompingPlusWrapIntvlRange(long noteNr, int intvl, int wrapIntvl) {
-  if (IsUndefNoteNr(noteNr) || intvl == kIntvlUndef) return kNoteNrUndef;
+  if (IsUndefNoteNr(noteNr) || intvl == kIntvlUndef || wrapIntvl == kIntvlUndef) {
+    return kNoteNrUndef;
+  }
   return MoveIntoRange(noteNr + intvl, kCompingRangeStartNoteNr,
                        kCompingRangeStartNoteNr + wrapIntvl, wrapIntvl);
 }

@@ -345,6 +345,10 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   int RootNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
   int BassNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
 
+  // --- Quantising: as the chord's light form does it (harmony/chords/Voicing.h).
+  long QuantizeToChord(long noteNr, TQuantizeDirection direction) const;
+  long QuantizeToBasicChord(long noteNr, TQuantizeDirection direction) const;
+
   // --- Text
   // {"root":{...},"basic":<one raw byte>,"notes":[{...},...]}
   void AppendJSONString(std::ostream& out) const;

@@ -9,6 +9,7 @@
 #include <ostream>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "harmony/Json.h"
 #include "harmony/Trace.h"
@@ -26,6 +27,8 @@ class CHarmCenterLite;
 class CScaleLite;
 class CSignKeyHeavy;
 class CSignKeyLite;
+// Defined with the voicing in harmony/chords/Voicing.h.
+struct TChordVoicingPrefs;
 
 class CChordLite : public TraceFamily<CChordLite> {
  public:
@@ -127,6 +130,20 @@ class CChordLite : public TraceFamily<CChordLite> {
   // Root and bass move by the interval and are spelled as the scale spells them; the mask
   // stays. Nothing happens without a root.
   void TransposeAndAdjustEnh(int intvl, const CScaleLite& scale);
+
+  // --- Voicing and quantising (harmony/chords/Voicing.h)
+  // The chord as MIDI notes, sorted ascending, each note once: the root in the comping range
+  // (53..65), the tones above it, ninths, elevenths and thirteenths an octave up where the
+  // chord makes them tensions, and the bass below the root. Empty without a root.
+  std::vector<unsigned char> VoicingNotesNrs(const TChordVoicingPrefs& prefs) const;
+  // The note moved to the nearest chord tone (or in the direction given). Within the octave
+  // the move never crosses the root's octave boundary: on a C chord, B4 quantises to C4.
+  // A chord without root leaves the note alone; an undefined note gives -1.
+  long QuantizeToChord(long noteNr, TQuantizeDirection direction) const;
+  // The same onto the triad only (onto all tones when the chord has no triad).
+  long QuantizeToBasicChord(long noteNr, TQuantizeDirection direction) const;
+  long _QuantizeToSemitones(long noteNr, TQuantizeDirection direction,
+                            const CSemitones& semitones) const;
 
   // --- Comparisons
   bool EqualExceptRootAndBass(const CChordLite& other) const {

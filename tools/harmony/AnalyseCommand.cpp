@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
@@ -99,6 +100,12 @@ CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& 
 }
 
 void RunAnalyse(const AnalyseOptions& options) {
+  if (options.method != "none") {
+    // Honest about what runs: the frame places chords in the keys given, but the search for
+    // centers by progressions and weights is not part of this version yet.
+    std::cerr << "harmony: note: finding centers by the '" << options.method
+              << "' method is not built yet; keys and centers stay as given (see --key)\n";
+  }
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   std::string text = options.text;
@@ -147,5 +154,9 @@ const CommandRegistration kRegistration{
     }};
 
 }  // namespace
+
+void PrintAnalysisTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
+  PrintTree(analyse, prefs);
+}
 
 }  // namespace harmony::tool

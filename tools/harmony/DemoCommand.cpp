@@ -1,22 +1,27 @@
 // harmony demo: a short tour of what the library does, on built-in examples.
 // Each section shows one road through the library with real results.
 
+#include <iomanip>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "../make-factory-grids/GridFromFrets.h"
+#include "AnalyseSupport.h"
 #include "BasicChordText.h"
 #include "Command.h"
 #include "GridDiagram.h"
 #include "KeyCommandSupport.h"
 #include "ScaleCommandSupport.h"
+#include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/chords/SignKey.h"
 #include "harmony/chords/SignKeyInEv.h"
+#include "harmony/chords/Voicing.h"
 #include "harmony/guitar/GChHarmony.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
@@ -143,6 +148,38 @@ void DemoGuitarGrid() {
   std::cout << "\nPitches: " << chord.stringFromPitches(0) << '\n';
 }
 
+// The bundled lead sheet: a traditional tune as a chord-string file, analysed in C major.
+void DemoLeadSheet() {
+  const std::string path =
+      std::string(HARMONY_DATA_DIR) + "/examples/when-the-saints-go-marching-in.txt";
+  Heading("A lead sheet analysed: " + path.substr(path.rfind('/') + 1));
+  const std::optional<std::string> text = ReadChordStringFile(path);
+  if (!text) {
+    std::cout << "(the bundled example is missing)\n";
+    return;
+  }
+  CHarmonicAnalyse analyse;
+  const CHarmAnlsSignKeys keys = {CHarmAnlsSignKey(
+      kHarmAnlsUndefDouble, 0.0, CSignKeyLite(CKeyEnh(0, TEnh_n), TSignKeyType::Major))};
+  analyse.AnalyseFromChordString(*text, keys, CHarmonicAnalyse::kAnalyseNone, TChordStringParse());
+  PrintAnalysisTree(analyse, GetCurrentChordNamePrefs());
+}
+
+// Chords voiced as MIDI notes in the comping range, each led toward the one before.
+void DemoVoicing() {
+  Heading("Chords voiced as MIDI notes, led smoothly");
+  std::vector<unsigned char> previous;
+  for (const char* symbol : {"Dm7", "G7", "Cmaj7", "A7b9"}) {
+    const CChordLite chord(symbol, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
+    std::vector<unsigned char> notes = chord.VoicingNotesNrs(TChordVoicingPrefs{});
+    if (!previous.empty()) TransposeChordBasedOnPreviousChords(notes, previous.back());
+    std::cout << std::left << std::setw(7) << symbol << std::right;
+    for (unsigned char note : notes) std::cout << ' ' << static_cast<int>(note);
+    std::cout << '\n';
+    previous = notes;
+  }
+}
+
 void RunDemo() {
   std::cout << "harmony demo: music theory for a digital audio workstation\n";
   DemoKeys();
@@ -151,6 +188,8 @@ void RunDemo() {
   DemoScales();
   DemoKeySignatures();
   DemoChordSymbols();
+  DemoLeadSheet();
+  DemoVoicing();
   DemoGuitarGrid();
 }
 

@@ -178,9 +178,9 @@ TEST(Voicing, VoiceCommand) {
   if (std::string(HARMONY_TOOL_PATH).empty()) GTEST_SKIP() << "harmony tool not built";
   const TRun run = RunTool("voice --ascii --root-below C7#9 Bdim7 F/C nochord");
   EXPECT_EQ(run.status, 0) << run.output;
-  EXPECT_TRUE(Contains(run.output, "48 60 64 67 70 75  C2 C3 E3 G3 Bb3 D#4")) << run.output;
-  EXPECT_TRUE(Contains(run.output, "47 59 62 65 68     B1 B2 D3 F3 Ab3")) << run.output;
-  EXPECT_TRUE(Contains(run.output, "41 48 53 57 60     F1 C2 F2 A2 C3")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "48 60 64 67 70 75  C3 C4 E4 G4 Bb4 D#5")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "47 59 62 65 68     B2 B3 D4 F4 Ab4")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "41 48 53 57 60     F2 C3 F3 A3 C4")) << run.output;
   EXPECT_TRUE(Contains(run.output, "nochord  -")) << run.output;
 
   // Each voicing is pulled toward the top of the one before.
@@ -189,7 +189,7 @@ TEST(Voicing, VoiceCommand) {
   EXPECT_TRUE(Contains(lead.output, "C      52 55 60 ")) << lead.output;
   EXPECT_TRUE(Contains(lead.output, "F      53 57 60 ")) << lead.output;
   EXPECT_TRUE(Contains(lead.output, "G7     50 53 55 59 ")) << lead.output;
-  EXPECT_EQ(RunTool("voice --lead C3 C F G7 C").output, lead.output);
+  EXPECT_EQ(RunTool("voice --lead C4 C F G7 C").output, lead.output);
 
   const TRun bad = RunTool("voice C xyz");
   EXPECT_EQ(bad.status, 1);

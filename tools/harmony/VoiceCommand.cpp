@@ -39,7 +39,7 @@ CChordLite ReadChord(const std::string& text, const CChordNamePrefs& prefs) {
 }
 
 // A note number 0..127 or a note name with its octave, numbered as the names are written
-// (middle C is C3).
+// (middle C is C4).
 int ReadLeadNote(const std::string& text, const CChordNamePrefs& prefs) {
   const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
   if (isNumber && text.size() <= 3 && std::stoi(text) <= 127) return std::stoi(text);
@@ -47,7 +47,7 @@ int ReadLeadNote(const std::string& text, const CChordNamePrefs& prefs) {
   if (!isNumber && note.SetFromString(text, prefs) && !note.IsUndef()) {
     return static_cast<int>(note.NoteNr());
   }
-  throw InputError("\"" + text + "\" is not a note (a number 0..127 or a name such as C3)");
+  throw InputError("\"" + text + "\" is not a note (a number 0..127 or a name such as C4)");
 }
 
 // Letter steps above the root for each place a voicing puts a tone, from an octave below
@@ -126,6 +126,7 @@ std::string NumbersText(const std::vector<unsigned char>& notes) {
 void RunVoice(const VoiceOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
+  prefs.OctaveNumbering = 1;  // scientific octaves: note 60 is C4, as in the other commands
   std::vector<CChordLite> chords;
   for (const std::string& text : options.symbols) chords.push_back(ReadChord(text, prefs));
   const bool lead = !options.lead.empty();

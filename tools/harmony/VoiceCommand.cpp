@@ -160,11 +160,11 @@ const CommandRegistration kRegistration{
       cmd->add_flag("--root-below", options->rootBelow, "Add the root an octave lower");
       cmd->add_option(
           "--lead", options->lead,
-          "Move the first voicing's top toward this note (number or name, e.g. 60 or C3)"
+          "Move the first voicing's top toward this note (number or name, e.g. 60 or C4)"
           " and each later one toward the top of the one before");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->footer(
-          "Note 60 is middle C, written C3. The root sits in 53..65 with the chord tones above it; "
+          "Note 60 is middle C, written C4. The root sits in 53..65 with the chord tones above it; "
           "ninths,\n"
           "elevenths and thirteenths go up an octave where the chord makes them tensions, and\n"
           "a slash bass goes below the root.");

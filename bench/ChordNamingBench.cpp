@@ -15,23 +15,7 @@
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/ChordTypes.h"
 
-// Counting replacements of the global allocation functions. GCC cannot see that the
-// replaced new pairs with the replaced delete and would warn about malloc against free.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-namespace {
-std::atomic<long> gAllocations{0};
-}
-
-void* operator new(std::size_t size) {
-  gAllocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+#include "AllocationCounter.h"
 
 namespace harmony {
 namespace {
@@ -73,7 +57,7 @@ std::vector<CChordHeavy> HeavyChords(const std::vector<CChordLite>& lites) {
 
 template <class Chord, class Body>
 void OverChords(benchmark::State& state, const std::vector<Chord>& chords, Body body) {
-  const long before = gAllocations.load();
+  const long before = harmony::bench::AllocationCount();
   for (auto _ : state) {
     for (const Chord& chord : chords) body(chord);
   }
@@ -82,7 +66,7 @@ void OverChords(benchmark::State& state, const std::vector<Chord>& chords, Body 
   state.counters["per_chord"] = benchmark::Counter(
       count, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
   state.counters["allocs_per_chord"] =
-      static_cast<double>(gAllocations.load() - before) / (iterations * count);
+      static_cast<double>(harmony::bench::AllocationCount() - before) / (iterations * count);
   state.counters["chords"] = count;
 }
 

@@ -12,23 +12,7 @@
 
 #include "harmony/chords/ChordSymbolParser.h"
 
-// Counting replacements of the global allocation functions. GCC cannot see that the
-// replaced new pairs with the replaced delete and would warn about malloc against free.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-namespace {
-std::atomic<long> gAllocations{0};
-}
-
-void* operator new(std::size_t size) {
-  gAllocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+#include "AllocationCounter.h"
 
 namespace harmony {
 namespace {
@@ -67,7 +51,7 @@ void ReadSymbols(benchmark::State& state, const ChordSetFromStringPrefs& prefs) 
   const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs();
   CChordLite chord;
   SetFromString(symbols.front(), chord, prefs, namePrefs);  // builds the shared preferences
-  const long allocationsBefore = gAllocations.load();
+  const long allocationsBefore = harmony::bench::AllocationCount();
   for (auto _ : state) {
     for (const std::string& symbol : symbols) {
       SetFromString(symbol, chord, prefs, namePrefs);
@@ -80,7 +64,7 @@ void ReadSymbols(benchmark::State& state, const ChordSetFromStringPrefs& prefs) 
       benchmark::Counter(parsed, benchmark::Counter::kIsRate | benchmark::Counter::kInvert,
                          benchmark::Counter::kIs1000);
   state.counters["allocs_per_symbol"] =
-      static_cast<double>(gAllocations.load() - allocationsBefore) / parsed;
+      static_cast<double>(harmony::bench::AllocationCount() - allocationsBefore) / parsed;
 }
 
 void BM_ReadLeadSheetSymbols(benchmark::State& state) {

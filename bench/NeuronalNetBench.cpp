@@ -11,21 +11,7 @@
 #include "harmony/net/NeuronalNet.h"
 #include "platform/Random.h"
 
-// Counts allocations, to show the forward pass makes none.
-namespace {
-std::atomic<long> gAllocations{0};
-}
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wpragmas"
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void* operator new(std::size_t size) {
-  ++gAllocations;
-  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-#pragma GCC diagnostic pop
+#include "AllocationCounter.h"
 
 namespace {
 
@@ -59,13 +45,13 @@ std::vector<harmony::training_pattern> Triads() {
 void Forward(benchmark::State& state, NeuronalNet net) {
   const std::vector<harmony::training_pattern> patterns = Triads();
   std::size_t next = 0;
-  const long before = gAllocations;
+  const long before = harmony::bench::AllocationCount();
   for (auto _ : state) {
     net.use(patterns[next].mInputs);
     benchmark::DoNotOptimize(net.winner());
     next = (next + 1) % patterns.size();
   }
-  state.counters["allocations"] = static_cast<double>(gAllocations - before);
+  state.counters["allocations"] = static_cast<double>(harmony::bench::AllocationCount() - before);
 }
 
 // Sum, sigmoid and no output function: the fast route with blockwise sums.

@@ -9,27 +9,13 @@
 
 #include "harmony/analysis/HarmAnlsSignKey.h"
 
+#include "ToolRun.h"
+
 namespace {
 
-struct TRun {
-  int status;
-  std::string output;  // standard output and standard error
-};
-
-TRun RunTool(const std::string& arguments) {
-  const std::string command = std::string(HARMONY_TOOL_PATH) + " " + arguments + " 2>&1";
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return {-1, {}};
-  std::string output;
-  std::array<char, 256> buffer{};
-  while (fgets(buffer.data(), buffer.size(), pipe) != nullptr) output += buffer.data();
-  const int status = pclose(pipe);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
-}
-
-bool Contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
+using harmony::testing::Contains;
+using harmony::testing::RunTool;
+using harmony::testing::TRun;
 
 const std::string kExample =
     std::string(HARMONY_DATA_DIR) + "/examples/when-the-saints-go-marching-in.txt";

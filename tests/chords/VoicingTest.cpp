@@ -16,8 +16,14 @@
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 
+#include "ToolRun.h"
+
 namespace harmony {
 namespace {
+
+using harmony::testing::Contains;
+using harmony::testing::RunTool;
+using harmony::testing::TRun;
 
 using Notes = std::vector<unsigned char>;
 
@@ -152,26 +158,6 @@ TEST(Voicing, QuantizeToChordAndBasicChord) {
   const CChordLite rootAndSeventh = Chord(0, {0, 10});
   ASSERT_EQ(rootAndSeventh.BasicChord(), kBasicChordNone);
   EXPECT_EQ(rootAndSeventh.QuantizeToBasicChord(69, kQuantizeClosestTieRight), 70);
-}
-
-struct TRun {
-  int status;
-  std::string output;  // standard output and standard error
-};
-
-TRun RunTool(const std::string& arguments) {
-  const std::string command = std::string(HARMONY_TOOL_PATH) + " " + arguments + " 2>&1";
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return {-1, {}};
-  std::string output;
-  std::array<char, 256> buffer{};
-  while (fgets(buffer.data(), buffer.size(), pipe) != nullptr) output += buffer.data();
-  const int status = pclose(pipe);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
-}
-
-bool Contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
 }
 
 TEST(Voicing, VoiceCommand) {

@@ -130,7 +130,7 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // Each writes the root only.
   void SetNoChordYield();
   void SetNoChordForce();
-  // No notes and no root; the root counts as specified.
+  // No notes and no root; the root counts as given explicitly.
   void SetUndef();
 
   // --- Root

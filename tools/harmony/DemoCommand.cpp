@@ -33,13 +33,19 @@ namespace {
 
 void Heading(const std::string& title) { std::cout << "\n== " << title << " ==\n"; }
 
+// German names: syllables for the accidentals and H for B natural.
+CChordNamePrefs GermanPrefs() {
+  CChordNamePrefs german = GetCurrentChordNamePrefs();
+  german.GermanAccidentals = 1;
+  german.BIsH = 1;
+  return german;
+}
+
 // Keys as a person types them, in the spellings and languages a score may use.
 void DemoKeys() {
   Heading("Keys read from text and named in several languages");
   const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
-  CChordNamePrefs german = prefs;
-  german.GermanAccidentals = 1;
-  german.BIsH = 1;
+  const CChordNamePrefs german = GermanPrefs();
   CChordNamePrefs solfege = prefs;
   solfege.Solfege = 1;
   KeyTextTable table({"text", "key", "name", "German", "solfege"}, {false, true});
@@ -115,9 +121,7 @@ void DemoKeySignatures() {
 void DemoChordSymbols() {
   Heading("Chord symbols read and named");
   const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
-  CChordNamePrefs german = prefs;
-  german.GermanAccidentals = 1;
-  german.BIsH = 1;
+  const CChordNamePrefs german = GermanPrefs();
   CChordNamePrefs each = prefs;
   each.TensionStyle = 1;
   KeyTextTable table({"typed", "mask", "named", "German", "each tension"}, {false, true});

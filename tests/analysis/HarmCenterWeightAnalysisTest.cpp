@@ -1,4 +1,5 @@
-// The census of keys that finds a harmonic center when no progression proves one.
+// The census of keys that finds a harmonic center when no progression proves one, alone and
+// as a method of the analyser.
 
 #include "harmony/analysis/HarmCenterWeightAnalysis.h"
 
@@ -6,10 +7,13 @@
 
 #include <cstdint>
 
+#include "harmony/analysis/HarmonicAnalyse.h"
+
 namespace harmony {
 namespace {
 
 using W = CHarmCenterWeightAnalysis;
+using A = CHarmonicAnalyse;
 constexpr double kUndef = kHarmAnlsUndefDouble;
 constexpr CKeyEnh kC(0, TEnh_n), kE(4, TEnh_n), kF(5, TEnh_n), kG(7, TEnh_n), kA(9, TEnh_n);
 constexpr CKeyEnh kB(11, TEnh_n), kFSharp(6, TEnh_s), kCSharp(1, TEnh_s);
@@ -111,6 +115,46 @@ TEST(HarmCenterWeightAnalysis, ThePlayedTriadDecidesBetweenMajorAndMinorOnOneRoo
             Center(Major(kA)));
   const CHarmAnlsChordWithPos amOverE(CChordLite(kA, CSemitones(kMinor), kE), 1);
   EXPECT_EQ(Detect(census, {EndAt(0), amOverE, At(2, kA, kMaj7), EndAt(3)}), Center(Major(kA)));
+}
+
+TEST(HarmCenterWeightAnalysis, TheAnalyserGivesTheFoundCenterEveryChordFromItsFirstOn) {
+  CHarmonicAnalyse tune;
+  tune.AnalyseFromChordString("Dm7 G7 | Cmaj7 . Am7 . | Dm7 G7 | C", {}, A::kAnalyseCenterWeights,
+                              TChordStringParse());
+  const CHarmAnlsSignKey& signKey = tune.HarmSignKeys().at(0);
+  EXPECT_EQ(signKey.SignKey, Major(kC));
+  ASSERT_EQ(signKey.HarmCenters.size(), 1U);
+  EXPECT_EQ(signKey.HarmCenters[0].HarmChords.size(), tune.InputChords().size());
+  EXPECT_EQ(signKey.HarmCenters[0].HarmChords[1].RootDistToHarmCenter, 7);  // G7 on C
+
+  // A center with a key, then one without, under an undefined sign key.
+  CHarmAnlsSignKey given(kUndef, kUndef, CSignKeyLite::Undef);
+  given.HarmCenters = {CHarmAnlsCenter(kUndef, 0, Center(Minor(kE)),
+                                       {At(0, kA, kMinor), At(1, kE), At(2, kA, kMinor)}),
+                       CHarmAnlsCenter(kUndef, kUndef, CHarmCenterLite::Undef,
+                                       {At(4, kC), At(5, kF), At(6, kG), At(7, kC), EndAt(8)})};
+  CHarmonicAnalyse undefOnly;
+  undefOnly.FillManually_AppendSignKey(given);
+  undefOnly._FindAndInsertHarmCentersUsingCenterWeightAnalysis({}, A::kOnlyUndefCenters);
+  const CHarmAnlsSignKey& found = undefOnly.HarmSignKeys()[0];
+  EXPECT_EQ(found.SignKey, Major(kC));
+  ASSERT_EQ(found.HarmCenters.size(), 2U);
+  EXPECT_EQ(found.HarmCenters[0].HarmCenter, Center(Minor(kE)));
+  EXPECT_EQ(found.HarmCenters[0].HarmChords.size(), 3U);
+  EXPECT_EQ(found.HarmCenters[1].HarmCenter, Center(Major(kC)));
+
+  // All centers: the first is overwritten by the census of its own chords and then takes
+  // every chord of the row, leaving the second empty. A given sign key stays.
+  given.SignKey = Major(kG);
+  CHarmonicAnalyse all;
+  all.FillManually_AppendSignKey(given);
+  all._FindAndInsertHarmCentersUsingCenterWeightAnalysis({}, A::kAllCenters);
+  const CHarmAnlsSignKey& overwritten = all.HarmSignKeys()[0];
+  EXPECT_EQ(overwritten.SignKey, Major(kG));
+  ASSERT_EQ(overwritten.HarmCenters.size(), 2U);
+  EXPECT_EQ(overwritten.HarmCenters[0].HarmCenter, Center(Minor(kA)));
+  EXPECT_EQ(overwritten.HarmCenters[0].HarmChords.size(), 8U);
+  EXPECT_TRUE(overwritten.HarmCenters[1].HarmChords.empty());
 }
 
 }  // namespace

@@ -31,12 +31,23 @@ void CHarmonicAnalyse::AnalyseFromChordStringFile(const std::string& path,
                          kAnalyseTonicProgressions, TChordStringParse());
 }
 
-void CHarmonicAnalyse::Analyse([[maybe_unused]] TAnalyse analyse) {
-  // Center finding by `analyse` plugs in here, ahead of the merges: tonic progressions on
-  // all centers, or cadence progressions on all centers of each sign key, each followed by
-  // center weights on the centers they left undefined; or center weights alone on all
-  // centers. Until those finders exist every value runs as kAnalyseNone, which finds no
-  // centers and leaves what the caller gave.
+void CHarmonicAnalyse::Analyse(TAnalyse analyse) {
+  // A progression result always wins over a weight result: the weights come second and
+  // only fill what the progressions left undefined.
+  switch (analyse) {
+    case kAnalyseTonicProgressions:
+      _Progressions = CHarmAnlsProgressions::TonicProgressions();
+      _FindAndInsertHarmCentersUsingTonicProgressions(kAllCenters);
+      break;
+    case kAnalyseCadenceProgressions:
+      _Progressions = CHarmAnlsProgressions::CadenceProgressions();
+      for (CHarmAnlsSignKey& signKey : _HarmSignKeys) {
+        _FindAndInsertHarmCentersUsingCadenceProgression_ForSignKey(signKey, kAllCenters);
+      }
+      break;
+    default:
+      break;
+  }
   _MergeAdjacentSameSignKeys();
   _MergeAdjacentSameHarmCenters();
   _FillUndefKeysAndCentersAndAnalyseFunctions();

@@ -202,21 +202,27 @@ bool CHarmAnlsCenterAlternatives::HasLongerContainingAlternernative(std::size_t 
 }
 
 void CHarmAnlsCenterAlternatives::RecalculateProbabilitiesOfSimultaneousAlternatives() {
-  // Each alternative writes its partners, not itself; it gets its value in its partners'
-  // turn. One without partners keeps what it had, even a share of partners that are gone.
+  // Each alternative writes 1 / (partners + 1) into its partners, not into itself; it gets
+  // the value in its partners' turn. So every member of a group of two or more ends with
+  // 1 / the group's size, and one without partners keeps what it had, even a share of
+  // partners that are gone. Groups are found by sorting the ranges, not by comparing pairs.
+  using TRange = std::pair<std::size_t, std::size_t>;
+  std::vector<std::pair<TRange, std::size_t>> ranges;
+  ranges.reserve(size());
   for (std::size_t a = 0; a < size(); ++a) {
-    const auto range = (*this)[a].Centers.OverallBeginAndEndInputChord();
-    std::size_t partners = 0;
-    for (std::size_t b = 0; b < size(); ++b) {
-      if (b != a && (*this)[b].Centers.OverallBeginAndEndInputChord() == range) ++partners;
-    }
-    if (partners == 0) continue;
-    const double share = 1.0 / static_cast<double>(partners + 1);
-    for (std::size_t b = 0; b < size(); ++b) {
-      if (b != a && (*this)[b].Centers.OverallBeginAndEndInputChord() == range) {
-        (*this)[b].Probability = share;
+    ranges.emplace_back((*this)[a].Centers.OverallBeginAndEndInputChord(), a);
+  }
+  std::sort(ranges.begin(), ranges.end());
+  for (auto group = ranges.begin(); group != ranges.end();) {
+    const auto groupEnd = std::find_if(
+        group, ranges.end(), [&](const auto& entry) { return entry.first != group->first; });
+    const auto count = static_cast<std::size_t>(groupEnd - group);
+    if (count > 1) {
+      for (auto it = group; it != groupEnd; ++it) {
+        (*this)[it->second].Probability = 1.0 / static_cast<double>(count);
       }
     }
+    group = groupEnd;
   }
 }
 

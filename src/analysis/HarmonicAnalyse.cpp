@@ -32,18 +32,24 @@ void CHarmonicAnalyse::AnalyseFromChordStringFile(const std::string& path,
 }
 
 void CHarmonicAnalyse::Analyse(TAnalyse analyse) {
-  // A progression result always wins over a weight result: the weights come second and
-  // only fill what the progressions left undefined.
+  // A progression result always wins over a weight result: after the progressions, the
+  // weights only fill the centers they left undefined.
+  const CHarmCenterWeightAnalysisParams params{};
   switch (analyse) {
     case kAnalyseTonicProgressions:
       _Progressions = CHarmAnlsProgressions::TonicProgressions();
       _FindAndInsertHarmCentersUsingTonicProgressions(kAllCenters);
+      _FindAndInsertHarmCentersUsingCenterWeightAnalysis(params, kOnlyUndefCenters);
       break;
     case kAnalyseCadenceProgressions:
       _Progressions = CHarmAnlsProgressions::CadenceProgressions();
       for (CHarmAnlsSignKey& signKey : _HarmSignKeys) {
         _FindAndInsertHarmCentersUsingCadenceProgression_ForSignKey(signKey, kAllCenters);
       }
+      _FindAndInsertHarmCentersUsingCenterWeightAnalysis(params, kOnlyUndefCenters);
+      break;
+    case kAnalyseCenterWeights:
+      _FindAndInsertHarmCentersUsingCenterWeightAnalysis(params, kAllCenters);
       break;
     default:
       break;

@@ -32,14 +32,27 @@ void CHarmonicAnalyse::AnalyseFromChordStringFile(const std::string& path,
 }
 
 void CHarmonicAnalyse::Analyse(TAnalyse analyse) {
-  // Center finding comes ahead of the merges. The progression finders plug in here: tonic
-  // progressions on all centers, or cadence progressions on all centers of each sign key,
-  // each followed by center weights on the centers they left undefined. Until they exist
-  // those two values run as kAnalyseNone, which finds no centers and leaves what the caller
-  // gave.
-  if (analyse == kAnalyseCenterWeights) {
-    _FindAndInsertHarmCentersUsingCenterWeightAnalysis(CHarmCenterWeightAnalysisParams(),
-                                                       kAllCenters);
+  // A progression result always wins over a weight result: after the progressions, the
+  // weights only fill the centers they left undefined.
+  const CHarmCenterWeightAnalysisParams params{};
+  switch (analyse) {
+    case kAnalyseTonicProgressions:
+      _Progressions = CHarmAnlsProgressions::TonicProgressions();
+      _FindAndInsertHarmCentersUsingTonicProgressions(kAllCenters);
+      _FindAndInsertHarmCentersUsingCenterWeightAnalysis(params, kOnlyUndefCenters);
+      break;
+    case kAnalyseCadenceProgressions:
+      _Progressions = CHarmAnlsProgressions::CadenceProgressions();
+      for (CHarmAnlsSignKey& signKey : _HarmSignKeys) {
+        _FindAndInsertHarmCentersUsingCadenceProgression_ForSignKey(signKey, kAllCenters);
+      }
+      _FindAndInsertHarmCentersUsingCenterWeightAnalysis(params, kOnlyUndefCenters);
+      break;
+    case kAnalyseCenterWeights:
+      _FindAndInsertHarmCentersUsingCenterWeightAnalysis(params, kAllCenters);
+      break;
+    default:
+      break;
   }
   _MergeAdjacentSameSignKeys();
   _MergeAdjacentSameHarmCenters();

@@ -12,6 +12,7 @@
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmAnlsCenter.h"
 #include "harmony/analysis/HarmAnlsChord.h"
+#include "harmony/analysis/HarmAnlsProgressions.h"
 #include "harmony/analysis/HarmAnlsSignKey.h"
 #include "harmony/analysis/HarmCenterWeightAnalysis.h"
 
@@ -28,6 +29,12 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
   };
   // Whether a center finder may overwrite a center whose key is known.
   enum TOnlyUndefCenters : std::int32_t { kOnlyUndefCenters = 0, kAllCenters = 1 };
+  // What one look for a tonic progression at one chord finds.
+  struct TFoundHarmCenter {
+    bool Found = false;
+    CHarmCenterLite HarmCenter;
+    CHarmAnlsChords::const_iterator Chord;
+  };
 
   // --- Ways in. Each replaces the input chords and the sign keys.
   // The chords go into the last center of the last sign key (made when missing); undefined
@@ -48,6 +55,8 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
   // --- The result
   const CHarmAnlsChords& InputChords() const { return _InputChords; }
   const CHarmAnlsSignKeys& HarmSignKeys() const { return _HarmSignKeys; }
+  // The progressions of the last analysis by progressions: a copy of one of the tables.
+  const CHarmAnlsProgressions& Progressions() const { return _Progressions; }
   // All chords of the tree in sign-key, center, chord order.
   void ListAllHarmChords(CHarmAnlsChords& chords) const;
   // The input chords told by lengths up to the next chord; the last has no length.
@@ -88,6 +97,29 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
   void _MergeAdjacentSameSignKeys() { _HarmSignKeys.MergeAdjacentSameSignKeys(); }
   void _MergeAdjacentSameHarmCenters() { _HarmSignKeys.MergeAdjacentSameHarmCenters(); }
 
+  // --- Centers by progressions (they use the progressions Analyse put in)
+  // The alternative readings of the input chords by the tonic table become the first sign
+  // key's centers; when there are none, each sign key is walked.
+  void _FindAndInsertHarmCentersUsingTonicProgressions(TOnlyUndefCenters only);
+  // Walks the centers of the sign key and cuts each where the best progression at a chord
+  // proves a center, as far as the neighbours fit it.
+  void _FindAndInsertHarmCenterUsingTonicProgressions_ForSignKey(CHarmAnlsSignKey& signKey,
+                                                                 TOnlyUndefCenters only);
+  void _FindAndInsertHarmCentersUsingCadenceProgressions(TOnlyUndefCenters only);
+  // The first cadence in each center proves the center from there to the end of its chords.
+  void _FindAndInsertHarmCentersUsingCadenceProgression_ForSignKey(CHarmAnlsSignKey& signKey,
+                                                                   TOnlyUndefCenters only);
+  // One look at one chord: the center the best progression there proves. `signKey` is not
+  // read.
+  TFoundHarmCenter _FindHarmCenterViaTonicProgression(CHarmAnlsChords::const_iterator it,
+                                                      const CHarmAnlsChords& chords,
+                                                      const CHarmAnlsSignKey& signKey) const;
+  // Grows [begin, end] over the neighbours that fit the center; end then steps behind the
+  // range unless it is the end of the chords.
+  void _ExtendRangeOfHarmCenter(const CHarmCenterLite& center, const CHarmAnlsChords& chords,
+                                CHarmAnlsChords::const_iterator& begin,
+                                CHarmAnlsChords::const_iterator& end) const;
+
  private:
   // The input chords become those of the last center of the last sign key.
   void _PutInputChordsIntoLastCenter();
@@ -97,6 +129,7 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
 
   CHarmAnlsChords _InputChords;
   CHarmAnlsSignKeys _HarmSignKeys;
+  CHarmAnlsProgressions _Progressions;
 };
 
 }  // namespace harmony

@@ -1,6 +1,7 @@
 // harmony analyse "TEXT" | --file PATH: runs the harmonic analysis on a chord list and shows
 // the tree of sign keys, harmonic centers and chords, or its JSON with --json.
 
+#include <algorithm>
 #include <array>
 #include <iomanip>
 #include <iostream>
@@ -68,8 +69,9 @@ std::string CenterText(const CHarmAnlsCenter& center, const CChordNamePrefs& pre
   const std::string name =
       center.IsUndef() ? std::string("undefined") : center.HarmCenter.NameLong(prefs);
   std::string text = "Center " + name + ", from " + PositionText(center.Position);
-  // Only simultaneous readings of the same chords carry a probability.
-  if (!IsHarmAnlsUndef(center.Probability)) {
+  // Simultaneous readings of the same chords share a probability below 1. A reading found
+  // at several chords adds up past 1: for a person that is simply a sure reading.
+  if (!IsHarmAnlsUndef(center.Probability) && center.Probability < 1.0) {
     std::ostringstream probability;
     probability << std::setprecision(3) << center.Probability;
     text += ", probability " + probability.str();
@@ -92,27 +94,40 @@ std::string FunctionText(const CHarmAnlsChord& chord, const std::optional<CSignK
   return chord.HarmFuncNameIn(*key, prefs);
 }
 
-// Each chord lasts until the next chord of the tree; the closing chord marks the end.
+// A chord lasts until the next chord of the piece; the closing chord marks the end. Readings
+// may leave chords out of every center or show the same chords twice, so lengths come from
+// the chords as they were read.
+std::string LengthText(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
+  const auto next = std::upper_bound(input.begin(), input.end(), chord.Position,
+                                     [](double position, const CHarmAnlsChordWithPos& other) {
+                                       return position < other.Position;
+                                     });
+  return next == input.end() ? "" : PositionText(next->Position - chord.Position);
+}
+
+void PrintCenter(const CHarmAnlsCenter& center, const CHarmAnlsChords& input,
+                 const CChordNamePrefs& prefs) {
+  std::cout << "  " << CenterText(center, prefs) << '\n';
+  if (center.HarmChords.empty()) return;
+  const std::optional<CSignKeyHeavy> key = CenterKey(center);
+  KeyTextTable table({"   ", "position", "length", "chord", "root", "bass", "function"},
+                     {false, true, true, false, true, true, false});
+  for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
+    const std::string length = LengthText(input, chord);
+    const std::string name =
+        chord.IsUndef() ? (length.empty() ? "end" : "-") : chord.TraceName(prefs);
+    table.AddRow({"", PositionText(chord.Position), length, name,
+                  DistText(chord.RootDistToHarmCenter), DistText(chord.BassDistToHarmCenter),
+                  FunctionText(chord, key, prefs)});
+  }
+  table.Print(std::cout);
+}
+
 void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
-  CHarmAnlsChords all;
-  analyse.ListAllHarmChords(all);
-  std::size_t index = 0;
   for (const CHarmAnlsSignKey& signKey : analyse.HarmSignKeys()) {
     std::cout << SignKeyText(signKey, prefs) << '\n';
     for (const CHarmAnlsCenter& center : signKey.HarmCenters) {
-      std::cout << "  " << CenterText(center, prefs) << '\n';
-      const std::optional<CSignKeyHeavy> key = CenterKey(center);
-      KeyTextTable table({"   ", "position", "length", "chord", "root", "bass", "function"},
-                         {false, true, true, false, true, true, false});
-      for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
-        const bool last = ++index == all.size();
-        const std::string length = last ? "" : PositionText(all[index].Position - chord.Position);
-        const std::string name = chord.IsUndef() ? (last ? "end" : "-") : chord.TraceName(prefs);
-        table.AddRow({"", PositionText(chord.Position), length, name,
-                      DistText(chord.RootDistToHarmCenter), DistText(chord.BassDistToHarmCenter),
-                      FunctionText(chord, key, prefs)});
-      }
-      if (!center.HarmChords.empty()) table.Print(std::cout);
+      PrintCenter(center, analyse.InputChords(), prefs);
     }
   }
 }

@@ -152,7 +152,8 @@ void DemoGuitarGrid() {
   std::cout << "\nPitches: " << chord.stringFromPitches(0) << '\n';
 }
 
-// The bundled lead sheet: a traditional tune as a chord-string file, analysed in C major.
+// The bundled lead sheet: a traditional tune as a chord-string file. Its keys and centers are
+// found by the progressions that prove a tonic, and each chord is told by its function there.
 void DemoLeadSheet() {
   const std::string path =
       std::string(HARMONY_DATA_DIR) + "/examples/when-the-saints-go-marching-in.txt";
@@ -163,10 +164,16 @@ void DemoLeadSheet() {
     return;
   }
   CHarmonicAnalyse analyse;
-  const CHarmAnlsSignKeys keys = {CHarmAnlsSignKey(
-      kHarmAnlsUndefDouble, 0.0, CSignKeyLite(CKeyEnh(0, TEnh_n), TSignKeyType::Major))};
-  analyse.AnalyseFromChordString(*text, keys, CHarmonicAnalyse::kAnalyseNone, TChordStringParse());
+  analyse.AnalyseFromChordString(*text, {}, CHarmonicAnalyse::kAnalyseTonicProgressions,
+                                 TChordStringParse());
   PrintAnalysisTree(analyse, GetCurrentChordNamePrefs());
+
+  Heading("A minor II-V-I, its functions by letters");
+  CChordNamePrefs letters = GetCurrentChordNamePrefs();
+  letters.FunctionLetters = 1;
+  analyse.AnalyseFromChordString("Bm7b5 . E7 . | Am . . .", {},
+                                 CHarmonicAnalyse::kAnalyseTonicProgressions, TChordStringParse());
+  PrintAnalysisTree(analyse, letters);
 }
 
 // Chords voiced as MIDI notes in the comping range, each led toward the one before.

@@ -74,6 +74,16 @@ TEST_F(AnalyseCommand, FunctionsAreToldInTheCenterFound) {
   EXPECT_EQ(RunTool("analyse --functions greek C").status, 2);
 }
 
+TEST_F(AnalyseCommand, TheDemoFindsTheCentersOfTheBundledTune) {
+  const TRun run = RunTool("demo");
+  EXPECT_EQ(run.status, 0) << run.output;
+  // C7 leads to F in bar 11: the tune visits F major before it returns home.
+  EXPECT_TRUE(Contains(run.output, "  Center F Major, from 32.00\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "36.00    4.00  C7        7     -  V\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "  Center C Major, from 40.00\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "2.00    2.00  E7          7     -  D\n")) << run.output;
+}
+
 TEST_F(AnalyseCommand, BadInputIsToldAndBadChordsAreBorne) {
   const TRun missing = RunTool("analyse --file /nonexistent/tune.txt");
   EXPECT_EQ(missing.status, 1);

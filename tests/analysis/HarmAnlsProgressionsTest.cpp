@@ -6,10 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "TestText.h"
 #include "harmony/analysis/ChordStringParser.h"
 
 namespace harmony {
 namespace {
+
+using testing::Json;
 
 using P = CHarmAnlsProgressions;
 constexpr std::uint64_t kMajorScale = 2741, kMinorScale = 1453;
@@ -21,12 +24,6 @@ CHarmAnlsChords Chords(const std::string& text) {
 
 CHarmAnlsChords::const_iterator At(const CHarmAnlsChords& chords, std::ptrdiff_t index) {
   return chords.begin() + index;
-}
-
-std::string Json(const CHarmAnlsProgression& progression) {
-  std::ostringstream out;
-  progression.AppendJSONString(out);
-  return out.str();
 }
 
 // The center a progression proves by its last chord from a match at the first chord.

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <string>
 
+#include "TestText.h"
 #include "harmony/analysis/HarmAnlsCenter.h"
 #include "harmony/analysis/HarmAnlsChord.h"
 #include "harmony/analysis/HarmAnlsSignKey.h"
@@ -10,6 +11,8 @@
 
 namespace harmony {
 namespace {
+
+using testing::Json;
 
 constexpr CKeyEnh kC(0, TEnh_n), kE(4, TEnh_n), kF(5, TEnh_n), kG(7, TEnh_n), kA(9, TEnh_n);
 constexpr CKeyEnh kB(11, TEnh_n), kCFlat(11, TEnh_b), kBFlat(10, TEnh_b);
@@ -30,13 +33,6 @@ CHarmCenterLite Minor(CKeyEnh root) { return CHarmCenterLite(root, CSemitones(kM
 
 CHarmAnlsCenter Center(double position, const CHarmCenterLite& center, CHarmAnlsChords chords) {
   return CHarmAnlsCenter(kUndef, position, center, std::move(chords));
-}
-
-template <class T>
-std::string Json(const T& value) {
-  std::ostringstream out;
-  value.AppendJSONString(out);
-  return out.str();
 }
 
 // The positions of a center's chords, for compact expectations.

@@ -8,8 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "TestText.h"
+
 namespace harmony {
 namespace {
+
+using testing::Json;
 
 using A = CHarmonicAnalyse;
 constexpr double kUndef = kHarmAnlsUndefDouble;
@@ -26,12 +30,6 @@ CHarmAnlsChordWithPos EndAt(double position) {
 CHarmAnlsSignKey Key(double position, CKeyEnh root, TSignKeyType type,
                      CHarmAnlsCenters centers = {}) {
   return CHarmAnlsSignKey(kUndef, position, CSignKeyLite(root, type), std::move(centers));
-}
-
-std::string Json(const CHarmonicAnalyse& analyse) {
-  std::ostringstream out;
-  analyse.AppendJSONString(out);
-  return out.str();
 }
 
 std::vector<double> Positions(const CHarmAnlsChords& chords) {

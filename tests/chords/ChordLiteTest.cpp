@@ -6,10 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "TestText.h"
 #include "platform/JsonReader.h"
 
 namespace harmony {
 namespace {
+
+using testing::Json;
 
 constexpr int kUndef = -129;
 constexpr CKeyEnh kC(0, TEnh_n), kBSharp(0, TEnh_s), kCSharp(1, TEnh_s), kDFlat(1, TEnh_b);
@@ -24,12 +27,6 @@ constexpr std::uint64_t Bits(std::initializer_list<int> intvls) {
 
 CChordLite Chord(CKeyEnh root, std::uint64_t mask, CKeyEnh bass = kNoKey) {
   return CChordLite(root, CSemitones(mask), bass);
-}
-
-std::string Json(const CChordLite& chord) {
-  std::ostringstream out;
-  chord.AppendJSONString(out);
-  return out.str();
 }
 
 CChordLite FromJsonText(const std::string& text) {

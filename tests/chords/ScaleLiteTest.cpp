@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string>
 
+#include "TestText.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleLite.h"
 #include "platform/JsonReader.h"
@@ -128,13 +129,12 @@ TEST(ScaleLite, NamesJsonAndTrace) {
   EXPECT_EQ(CScaleLite(CKeyEnh(0, TEnh_n), CSemitones(147)).Name(), "C 0-1-4-7");
   EXPECT_EQ(CScaleLite(CKeyEnh(0, TEnh_n), CSemitones()).ScaleName(), "-");
 
-  std::ostringstream json;
-  kDDorian.AppendJSONString(json);
+  const std::string json = testing::Json(kDDorian);
   EXPECT_EQ(
-      json.str(),
+      json,
       R"({"CKeyEnh":{"KeyNr":" 2","Enh":"neutral"},"Semitones":"[1,0,1,1,0,1,0,1,0,1,1,0]"})");
   // The mask travels as a string that holds the array.
-  const auto parsed = platform::ParseJson(json.str());
+  const auto parsed = platform::ParseJson(json);
   ASSERT_TRUE(parsed.has_value());
   const auto inner = platform::ParseJson(platform::JsonString(*parsed, "Semitones"));
   ASSERT_TRUE(inner.has_value());
@@ -147,10 +147,9 @@ TEST(ScaleLite, NamesJsonAndTrace) {
   EXPECT_NE(trace.find(", Semitones "), std::string::npos);
   EXPECT_EQ(kDDorian.StringForInitializerList().rfind("CScaleLite(CKeyEnh(2, TEnh_n), ", 0), 0u);
 
-  std::ostringstream automatic;
-  automatic << CScaleLite::IsAutomatic::Yes << ' ' << CScaleLite::IsAutomatic::No << ' '
-            << static_cast<CScaleLite::IsAutomatic>(7);
-  EXPECT_EQ(automatic.str(), "isAutomatic: Yes isAutomatic: No isAutomatic: No");
+  EXPECT_EQ(testing::Streamed(CScaleLite::IsAutomatic::Yes), "isAutomatic: Yes");
+  EXPECT_EQ(testing::Streamed(CScaleLite::IsAutomatic::No), "isAutomatic: No");
+  EXPECT_EQ(testing::Streamed(static_cast<CScaleLite::IsAutomatic>(7)), "isAutomatic: No");
 }
 
 TEST(ScaleLite, KeysSpelledByAScale) {

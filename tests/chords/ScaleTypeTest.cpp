@@ -3,17 +3,12 @@
 #include <sstream>
 #include <string>
 
+#include "TestText.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleType.h"
 
 namespace harmony {
 namespace {
-
-std::string StreamName(TScaleType type) {
-  std::ostringstream out;
-  out << type;
-  return out.str();
-}
 
 std::string JsonName(TScaleType type) {
   std::ostringstream out;
@@ -22,19 +17,19 @@ std::string JsonName(TScaleType type) {
 }
 
 TEST(ScaleType, StreamAndJsonNames) {
-  EXPECT_EQ(StreamName(st_Undef), "st_Undef");
+  EXPECT_EQ(testing::Streamed(st_Undef), "st_Undef");
   EXPECT_EQ(JsonName(st_Undef), "Undef");
-  EXPECT_EQ(StreamName(st_southeast_asian), "st_southeast_asian");
+  EXPECT_EQ(testing::Streamed(st_southeast_asian), "st_southeast_asian");
   EXPECT_EQ(JsonName(st_hm5), "klez");
   EXPECT_EQ(JsonName(st_locrian), "lokr");
-  EXPECT_EQ(StreamName(DiminishedHalfWhole), "DiminishedHalfWhole");
+  EXPECT_EQ(testing::Streamed(DiminishedHalfWhole), "DiminishedHalfWhole");
   EXPECT_EQ(JsonName(Altered), "TScaleType::Altered");
   // The trailing blank is part of both names of value 28.
-  EXPECT_EQ(StreamName(LocrianMaj2), "LocrianMaj2 ");
+  EXPECT_EQ(testing::Streamed(LocrianMaj2), "LocrianMaj2 ");
   EXPECT_EQ(JsonName(LocrianMaj2), "TScaleType::LocrianMaj2 ");
-  EXPECT_EQ(StreamName(st_Count), "st_Count");
+  EXPECT_EQ(testing::Streamed(st_Count), "st_Count");
   for (int outside : {-1, 32, 1000}) {
-    EXPECT_EQ(StreamName(static_cast<TScaleType>(outside)), "undef");
+    EXPECT_EQ(testing::Streamed(static_cast<TScaleType>(outside)), "undef");
     EXPECT_EQ(JsonName(static_cast<TScaleType>(outside)), "undef");
   }
 }

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <string>
 
+#include "TestText.h"
 #include "harmony/chords/HarmCenter.h"
 #include "harmony/chords/SignKey.h"
 #include "harmony/chords/SignKeyHeavy.h"
@@ -11,24 +12,13 @@
 namespace harmony {
 namespace {
 
+using testing::Json;
+using testing::Streamed;
+
 constexpr TSignKeyType kMajor = TSignKeyType::Major;
 constexpr TSignKeyType kMinor = TSignKeyType::Minor;
 constexpr TSignKeyTypeNoUndef kMajorNoUndef = TSignKeyTypeNoUndef::Major;
 constexpr TSignKeyTypeNoUndef kMinorNoUndef = TSignKeyTypeNoUndef::Minor;
-
-template <class T>
-std::string Streamed(const T& value) {
-  std::ostringstream out;
-  out << value;
-  return out.str();
-}
-
-template <class T>
-std::string Json(const T& value) {
-  std::ostringstream out;
-  value.AppendJSONString(out);
-  return out.str();
-}
 
 JsonDict Parsed(const std::string& text) {
   auto parsed = platform::ParseJson(text);

@@ -5,14 +5,12 @@
 #include <sstream>
 #include <string>
 
+#include "TestText.h"
+
 namespace harmony {
 namespace {
 
-std::string Json(const CSemitonesMatch& match) {
-  std::ostringstream out;
-  match.AppendJSONString(out);
-  return out.str();
-}
+using testing::Json;
 
 TEST(SemitonesMatch, ConstructorsSetAllTwelveSlots) {
   EXPECT_EQ(Json(CSemitonesMatch()), "[0,0,0,0,0,0,0,0,0,0,0,0]");
@@ -57,9 +55,7 @@ TEST(SemitonesMatch, TextForms) {
   const CSemitonesMatch triad({0, 4, 7}, {2});
   EXPECT_EQ(triad.TraceString(), "CSemitonesMatch: [1,0,x,0,1,0,0,1,0,0,0,0]");
   EXPECT_EQ(triad.TraceBriefString(), "10x010010000");
-  std::ostringstream unknown;
-  unknown << static_cast<TSemiMatch>(7);
-  EXPECT_EQ(unknown.str(), "unknown TSemiMatch: 7");
+  EXPECT_EQ(testing::Streamed(static_cast<TSemiMatch>(7)), "unknown TSemiMatch: 7");
   CSemitonesMatch odd;
   odd.SetSemitone(0, static_cast<TSemiMatch>(5));
   EXPECT_EQ(Json(odd), "[unknown TSemiMatch: 5,0,0,0,0,0,0,0,0,0,0,0]");
@@ -76,12 +72,8 @@ TEST(SemitonesMatches, AnyMemberMatches) {
   EXPECT_TRUE(majorOrMinor.Matches(CSemitones(145)));
   EXPECT_FALSE(majorOrMinor.Matches(CSemitones(153)));
 
-  std::ostringstream json;
-  majorOrMinor.AppendJSONString(json);
-  EXPECT_EQ(json.str(), "[\n[1,0,0,0,1,0,0,1,0,0,0,0],\n[1,0,0,1,0,0,0,1,0,0,0,0],\n]");
-  std::ostringstream empty;
-  none.AppendJSONString(empty);
-  EXPECT_EQ(empty.str(), "[\n]");
+  EXPECT_EQ(Json(majorOrMinor), "[\n[1,0,0,0,1,0,0,1,0,0,0,0],\n[1,0,0,1,0,0,0,1,0,0,0,0],\n]");
+  EXPECT_EQ(Json(none), "[\n]");
   EXPECT_EQ(none.TraceString(), "CSemitonesMatches: [\n]");
 }
 

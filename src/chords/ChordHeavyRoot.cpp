@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "chords/ChordHeavyDetail.h"
+#include "chords/ChordScaleSpelling.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/SignKeyHeavy.h"
 #include "harmony/net/ChordAnalysisNet.h"
@@ -58,28 +59,55 @@ int _KeyDistance(const CNote& a, const CNote& b) {
   return difference >= 7 ? 12 - difference : difference;
 }
 
+// What the tables weigh of a chord, read once for all twelve candidates.
+struct TTableChord {
+  const TExactShape* exactShape = nullptr;  // the chord's intervals are exactly this shape's
+  bool openFifthDoubled = false;            // 0 7 with three notes
+  int lowestKey = kKeyNrUndef;
+  const TWeightRow* row = nullptr;
+  std::array<int, 16> intvlsByKey{};  // how many intervals lead to each key (15: undefined)
+};
+
+TTableChord _TableChordOf(const CChordHeavy& chord) {
+  TTableChord table;
+  const CIntvlSet& intvls = chord.IntvlSet();
+  table.lowestKey = chord.BassNote().KeyNr();
+  for (const TExactShape& shape : kExactShapes) {
+    if (intvls.HasExactTheseIntvls(shape.intvls)) table.exactShape = &shape;
+  }
+  table.openFifthDoubled = chord.NotesCount() == 3 && intvls.HasExactTheseIntvls({0, 7});
+  table.row = &_WeightRowForIntvlCount(intvls.size());
+  for (unsigned long k = 0; k < intvls.size(); ++k) {
+    ++table.intvlsByKey[static_cast<std::size_t>(chord.IntvlIxToNote(static_cast<int>(k)).KeyNr())];
+  }
+  return table;
+}
+
+// The exact shapes answer at once when the candidate fits them; else the sum over all
+// intervals of the row's weight for the key interval from the candidate up to the note.
+int _TableWeight(const TTableChord& table, int candidateKey) {
+  const TExactShape* shape = table.exactShape;
+  if (shape != nullptr && candidateKey == table.lowestKey + shape->rootOffset) {
+    return shape->weight;
+  }
+  // An open fifth with a doubled tone leans on its lower note.
+  if (table.openFifthDoubled && candidateKey == table.lowestKey) return 5;
+  int weight = 0;
+  for (std::size_t key = 0; key < table.intvlsByKey.size(); ++key) {
+    const int count = table.intvlsByKey[key];
+    if (count != 0) {
+      weight +=
+          count *
+          (*table.row)[static_cast<std::size_t>(FloorMod12(static_cast<int>(key) - candidateKey))];
+    }
+  }
+  return weight;
+}
+
 }  // namespace
 
 int CChordHeavy::ProbThatNoteIsRootNote(const CNote& candidate) const {
-  const CIntvlSet& intvls = IntvlSet();
-  const int lowestKey = BassNote().KeyNr();
-  const int candidateKey = candidate.KeyNr();
-  for (const TExactShape& shape : kExactShapes) {
-    if (intvls.HasExactTheseIntvls(shape.intvls) && candidateKey == lowestKey + shape.rootOffset) {
-      return shape.weight;
-    }
-  }
-  // An open fifth with a doubled tone leans on its lower note.
-  if (NotesCount() == 3 && intvls.HasExactTheseIntvls({0, 7}) && candidateKey == lowestKey) {
-    return 5;
-  }
-  const TWeightRow& row = _WeightRowForIntvlCount(intvls.size());
-  int weight = 0;
-  for (unsigned long k = 0; k < intvls.size(); ++k) {
-    const int noteKey = IntvlIxToNote(static_cast<int>(k)).KeyNr();
-    weight += row[static_cast<std::size_t>(FloorMod12(noteKey - candidateKey))];
-  }
-  return weight;
+  return _TableWeight(_TableChordOf(*this), candidate.KeyNr());
 }
 
 namespace {
@@ -92,11 +120,12 @@ CNote _LikeliestRootByTable(const CChordHeavy& chord) {
     const int intvl = chords_detail::WrappedKeyIntvl(chord.RootNote(), note);
     return intvl != kIntvlUndef && chord.IntvlSet().HasIntvl(intvl);
   };
+  const TTableChord table = _TableChordOf(chord);
   CNote best = CNote::Undef;
   int bestWeight = 0;
   for (int key = 0; key < 12; ++key) {
     const CNote candidate(key, TEnh_n);  // the keys' note numbers, spelled as C major would
-    const int weight = chord.ProbThatNoteIsRootNote(candidate);
+    const int weight = _TableWeight(table, candidate.KeyNr());
     if (weight > bestWeight) {
       best = candidate;
       bestWeight = weight;
@@ -153,10 +182,25 @@ void CChordHeavy::SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(TSingleChordAnal
 }
 
 void CChordHeavy::AdjustEnhOfChordNotesToRootScale(bool* changed) {
-  const CScaleHeavy scale = CSignKeyHeavy::Undef.ConstructScaleForChord(*this);
+  std::array<TEnh, 12> enhByKey{};
+  const chords_detail::TChordScaleKeys keys = chords_detail::ChordScaleKeysOf(*this);
+  if (const auto spelling = chords_detail::ChordScaleSpellingFor(keys, _RootNote)) {
+    enhByKey = spelling->Enh;
+    // As the scale takes them: the last spelling of a key the chord spells itself.
+    for (const CNote& note : _Notes) {
+      const int key = note.KeyNr();
+      if (((spelling->ChordSpelledKeys >> key) & 1u) != 0 && note.Enh() != TEnh_Undef) {
+        enhByKey[static_cast<std::size_t>(key)] = note.Enh();
+      }
+    }
+  } else {
+    const CScaleHeavy scale = CSignKeyHeavy::Undef.ConstructScaleForChord(*this);
+    for (int key = 0; key < 12; ++key)
+      enhByKey[static_cast<std::size_t>(key)] = scale.EnhForKeyNr(key);
+  }
   CMySet<CNote> respelled;
   for (CNote note : _Notes) {
-    const TEnh enh = scale.EnhForKeyNr(note.KeyNr());
+    const TEnh enh = enhByKey[static_cast<std::size_t>(note.KeyNr())];
     if (enh != TEnh_Undef) note.SetEnh(enh);
     respelled.insert(note);
   }

@@ -1,5 +1,6 @@
 // The heavy scale's members that build or test chords.
 
+#include "chords/ChordScaleSpelling.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/CompingRange.h"
 #include "harmony/chords/ScaleHeavy.h"
@@ -14,22 +15,11 @@ CScaleHeavy CScaleHeavy::ConstructScaleForChord(const CChordHeavy& chord) const 
     const bool minor = basic == kBasicChordMinor || basic == kBasicChordDim;
     base = CScaleHeavy(chord.RootNote(), minor ? st_min : st_maj);
   }
-  CMySet<int> keys = base.ToKeyNrSet();
-  bool merged = false;
-  for (int key : chord.KeyNrSet()) merged = keys.insert(key).second || merged;
-  if (!merged) return base;
-  CScaleHeavy scale(base.RootNote(), keys);
-  // A key that only the chord brings spells as the base scale's neighbours suggest (C/A# is
-  // C/Bb in C), unless that puts an accidental on a white key: then the chord's own spelling
-  // stays, so F#m7b5/C keeps its C where F# minor's neighbour rule would call it B#.
+  CScaleHeavy scale = chords_detail::ScaleWithChordKeys(base, chord.KeyNrSet());
   for (const CNote& note : chord.Notes()) {
-    const int key = note.KeyNr();
-    if (base.HasKeyNr(key) || note.Enh() == TEnh_Undef) continue;
-    const TEnh suggested = base.EnhForKeyNr(key);
-    if (IsWhiteKey(key) && suggested != TEnh_n) scale.SetEnhForKeyNr(key, note.Enh());
-  }
-  for (int key = 0; key < 12; ++key) {
-    if (scale.EnhForKeyNr(key) == TEnh_Undef) scale.SetEnhForKeyNr(key, base.EnhForKeyNr(key));
+    if (note.Enh() != TEnh_Undef && chords_detail::KeepsChordSpelling(base, note.KeyNr())) {
+      scale.SetEnhForKeyNr(note.KeyNr(), note.Enh());
+    }
   }
   return scale;
 }

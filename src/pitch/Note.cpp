@@ -52,12 +52,6 @@ CNote::CNote(CKeyEnh key, int octave) {
 CNote::CNote(std::pair<int, TEnh> keyNrAndEnh, int octave)
     : CNote(CKeyEnh(keyNrAndEnh.first, keyNrAndEnh.second), octave) {}
 
-int CNote::KeyNr() const {
-  if (IsUndef()) return kKeyNrUndef;
-  const long r = _NoteNr % 12;
-  return static_cast<int>(r < 0 ? r + 12 : r);
-}
-
 void CNote::SetNoteNr(long noteNr) {
   _NoteNr = IsUndefNoteNr(noteNr) ? kNoteNrUndef : std::clamp(noteNr, 0L, 127L);
 }

@@ -32,7 +32,11 @@ class CNote : public TraceFamily<CNote> {
   long NoteNr() const { return _NoteNr; }
   TEnh Enh() const { return _Enh; }
   // 0..11, or 15 for an undefined note.
-  int KeyNr() const;
+  int KeyNr() const {  // inline: asked for in every loop over a chord's notes
+    if (IsUndef()) return kKeyNrUndef;
+    const long r = _NoteNr % 12;
+    return static_cast<int>(r < 0 ? r + 12 : r);
+  }
   CKeyEnh KeyEnh() const { return CKeyEnh(KeyNr(), _Enh); }
   bool IsUndef() const { return IsUndefNoteNr(_NoteNr); }
 

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "chords/ChordScaleSpelling.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ScaleHeavy.h"
 
@@ -11,31 +12,47 @@ namespace harmony {
 // the one the scale gives it.
 int CChordHeavy::SignsCount() const {
   if (IsUndef()) return 0;
-  const CScaleHeavy scale = CScaleHeavy::Undef.ConstructScaleForChord(*this);
-  const TEnh enh = scale.RootNote().Enh();
+  const auto spelling =
+      chords_detail::ChordScaleSpellingFor(chords_detail::ChordScaleKeysOf(*this), _RootNote);
+  int count = 0;
+  TEnh enh = TEnh_Undef;
+  if (spelling) {
+    count = spelling->SignsCount;
+    enh = spelling->RootEnh;
+  } else {
+    const CScaleHeavy scale = CScaleHeavy::Undef.ConstructScaleForChord(*this);
+    count = scale.SignsCount();
+    enh = scale.RootNote().Enh();
+  }
   _RootNote.SetEnhAndDontMakeSenseful(enh);
   if (enh != TEnh_Undef) _RootNote.MakeSensefulEnhAssumingCMajor();
-  return scale.SignsCount();
+  return count;
 }
 
 int CChordHeavy::SignsCountAbs() const { return std::abs(SignsCount()); }
 
 // The given spelling stays unless flats or sharps need fewer signs; between flats and
-// sharps the flats win a tie.
+// sharps the flats win a tie. The three spellings of the root differ in nothing but the
+// spelling, so one chord rooted on the note serves all three.
 TEnh CChordHeavy::_EnhWithLeastSigns(const CNote& root) const {
   CNote flats = root;
   flats.EnhShiftToFlats();
   CNote sharps = root;
   sharps.EnhShiftToSharps();
-  const int a = _RootedOn(root).SignsCountAbs();
-  const int b = _RootedOn(flats).SignsCountAbs();
-  const int c = _RootedOn(sharps).SignsCountAbs();
+  const chords_detail::TChordScaleKeys keys = chords_detail::ChordScaleKeysOf(_RootedOn(root));
+  const auto signsAbs = [this, &keys](const CNote& spelled) {
+    const auto spelling = chords_detail::ChordScaleSpellingFor(keys, spelled);
+    return spelling ? std::abs(spelling->SignsCount) : _RootedOn(spelled).SignsCountAbs();
+  };
+  const int a = signsAbs(root);
+  const int b = signsAbs(flats);
+  const int c = signsAbs(sharps);
   if (b >= a) return c >= a ? root.Enh() : sharps.Enh();
   return c >= b ? flats.Enh() : sharps.Enh();
 }
 
-// Notes spelled like the old root or its sensible form (the bass slot among them) follow the new spelling, so
-// that respelling never makes a slash chord.
+// Notes spelled like the old root or its sensible form (the bass slot among them) follow the new
+// spelling, so that respelling never makes a slash chord.
 void CChordHeavy::SetRootNoteEnhWithLeastSigns() {
   if (IsUndef()) return;
   CNote given = _RootNote;

@@ -39,7 +39,14 @@ TEnh CChordHeavy::_EnhWithLeastSigns(const CNote& root) const {
   flats.EnhShiftToFlats();
   CNote sharps = root;
   sharps.EnhShiftToSharps();
-  const chords_detail::TChordScaleKeys keys = chords_detail::ChordScaleKeysOf(_RootedOn(root));
+  // Rooting the chord on the note replaces its bass slot (octave -1) by the root's key. When
+  // the root has the chord's root's note number and the slot holds that key alone, that
+  // changes no note number, so the chord itself tells its kind and keys.
+  const bool rootedAlready = !IsUndef() && root.NoteNr() == _RootNote.NoteNr() &&
+                             CountNotesInOctave(-1) == 1 && HasNoteNr(root.KeyNr());
+  const chords_detail::TChordScaleKeys keys =
+      rootedAlready ? chords_detail::ChordScaleKeysOf(*this)
+                    : chords_detail::ChordScaleKeysOf(_RootedOn(root));
   const auto signsAbs = [this, &keys](const CNote& spelled) {
     const auto spelling = chords_detail::ChordScaleSpellingFor(keys, spelled);
     return spelling ? std::abs(spelling->SignsCount) : _RootedOn(spelled).SignsCountAbs();

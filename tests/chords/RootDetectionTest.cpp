@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <initializer_list>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "harmony/chords/ChordHeavy.h"
+#include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/SignKeyHeavy.h"
 
 namespace harmony {
@@ -162,6 +164,93 @@ TEST(RootDetection, ClosenessToSignKey) {
   EXPECT_EQ(triad(1, kBasicChordMajor).RootNoteDegreeNrInSignKey(cMajorKey), -1);
   EXPECT_EQ(Played({64, 67, 72}).BassNoteDegreeNrInSignKey(cMajorKey), 2);
   EXPECT_EQ(Played({61, 65, 68}).CountNotesNotInSignKey(cMajorKey), 2);
+}
+
+// The spelling by the chord's scale, with the heavy scale built afresh for every question:
+// what the kept spellings must reproduce.
+TEnh ReferenceEnhWithLeastSigns(const CChordHeavy& chord) {
+  CNote given = chord.RootNote();
+  given.MakeSensefulEnhAssumingCMajor();
+  CNote flats = given;
+  flats.EnhShiftToFlats();
+  CNote sharps = given;
+  sharps.EnhShiftToSharps();
+  const auto signs = [&chord](const CNote& root) {
+    CChordHeavy rooted = chord;
+    rooted.SetRootNote(root);
+    return std::abs(CScaleHeavy::Undef.ConstructScaleForChord(rooted).SignsCount());
+  };
+  const int a = signs(given);
+  const int b = signs(flats);
+  const int c = signs(sharps);
+  if (b >= a) return c >= a ? given.Enh() : sharps.Enh();
+  return c >= b ? flats.Enh() : sharps.Enh();
+}
+
+CMySet<CNote> ReferenceNotesRespelled(const CChordHeavy& chord) {
+  const CScaleHeavy scale = CSignKeyHeavy::Undef.ConstructScaleForChord(chord);
+  CMySet<CNote> notes;
+  for (CNote note : chord.Notes()) {
+    const TEnh enh = scale.EnhForKeyNr(note.KeyNr());
+    if (enh != TEnh_Undef) note.SetEnh(enh);
+    notes.insert(note);
+  }
+  return notes;
+}
+
+void ExpectSameNotes(const CMySet<CNote>& actual, const CMySet<CNote>& expected,
+                     const std::string& context) {
+  ASSERT_EQ(actual.size(), expected.size()) << context;
+  for (std::size_t i = 0; i < actual.size(); ++i) {
+    EXPECT_EQ(actual.begin()[i].NoteNr(), expected.begin()[i].NoteNr()) << context;
+    EXPECT_EQ(actual.begin()[i].Enh(), expected.begin()[i].Enh()) << context;
+  }
+}
+
+// Every key set, rooted on several of its keys in several spellings, with notes spelled
+// against the grain and with a foreign bass: the key signature, the root's spelling with the
+// fewest signs and the respelled notes equal those of the scale built each time.
+TEST(RootDetection, SpellingEqualsTheScaleBuiltEachTime) {
+  constexpr TEnh kSpellings[] = {TEnh_n, TEnh_b, TEnh_s, TEnh_bb, TEnh_ss};
+  int checked = 0;
+  for (unsigned mask = 1; mask < 4096; ++mask) {
+    std::vector<int> keys;
+    for (int key = 0; key < 12; ++key) {
+      if ((mask >> key) & 1u) keys.push_back(key);
+    }
+    CMySet<CNote> notes;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      // Some notes an octave up, spelled in turn as written, with flats and with sharps.
+      const long noteNr = 48 + keys[i] + ((mask >> (i + 3)) & 1u) * 12;
+      notes.insert(CNote(noteNr, kSpellings[(mask + i) % 5]));
+    }
+    for (std::size_t r = 0; r < keys.size(); r += 2) {
+      const TEnh rootEnh = kSpellings[(mask / 3 + r) % 5];
+      CChordHeavy chord(CNote::Undef, notes, 24);
+      chord.SetRootNote(CNote(keys[r] + 12 * static_cast<int>(mask % 3), rootEnh));
+      if (mask % 7 == 0) chord.SetBassKeyEnh(CKeyEnh((keys[r] + 5) % 12, TEnh_n));
+      const std::string context = chord.TraceString();
+
+      const CScaleHeavy scale = CScaleHeavy::Undef.ConstructScaleForChord(chord);
+      CChordHeavy counted = chord;
+      EXPECT_EQ(counted.SignsCount(), scale.SignsCount()) << context;
+      CNote scaleRoot = scale.RootNote();
+      if (scaleRoot.Enh() != TEnh_Undef) scaleRoot.MakeSensefulEnhAssumingCMajor();
+      EXPECT_EQ(counted.RootNote().Enh(), scaleRoot.Enh()) << context;
+
+      CChordHeavy leastSigns = chord;
+      leastSigns.SetRootNoteEnhWithLeastSigns();
+      EXPECT_EQ(leastSigns.RootNote().Enh(), ReferenceEnhWithLeastSigns(chord)) << context;
+
+      CChordHeavy respelled = chord;
+      bool changed = true;
+      respelled.AdjustEnhOfChordNotesToRootScale(&changed);
+      EXPECT_FALSE(changed);
+      ExpectSameNotes(respelled.Notes(), ReferenceNotesRespelled(chord), context);
+      ++checked;
+    }
+  }
+  EXPECT_GT(checked, 10000);
 }
 
 // Many threads naming chords at once must give exactly what one thread gives: the shared net

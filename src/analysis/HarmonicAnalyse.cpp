@@ -31,12 +31,16 @@ void CHarmonicAnalyse::AnalyseFromChordStringFile(const std::string& path,
                          kAnalyseTonicProgressions, TChordStringParse());
 }
 
-void CHarmonicAnalyse::Analyse([[maybe_unused]] TAnalyse analyse) {
-  // Center finding by `analyse` plugs in here, ahead of the merges: tonic progressions on
-  // all centers, or cadence progressions on all centers of each sign key, each followed by
-  // center weights on the centers they left undefined; or center weights alone on all
-  // centers. Until those finders exist every value runs as kAnalyseNone, which finds no
-  // centers and leaves what the caller gave.
+void CHarmonicAnalyse::Analyse(TAnalyse analyse) {
+  // Center finding comes ahead of the merges. The progression finders plug in here: tonic
+  // progressions on all centers, or cadence progressions on all centers of each sign key,
+  // each followed by center weights on the centers they left undefined. Until they exist
+  // those two values run as kAnalyseNone, which finds no centers and leaves what the caller
+  // gave.
+  if (analyse == kAnalyseCenterWeights) {
+    _FindAndInsertHarmCentersUsingCenterWeightAnalysis(CHarmCenterWeightAnalysisParams(),
+                                                       kAllCenters);
+  }
   _MergeAdjacentSameSignKeys();
   _MergeAdjacentSameHarmCenters();
   _FillUndefKeysAndCentersAndAnalyseFunctions();

@@ -33,15 +33,15 @@ TEST_F(AnalyseCommand, TheExampleShowsKeyCenterAndEachChord) {
   EXPECT_TRUE(Contains(run.output, "Sign key C Major, from 0.00\n  Center C Major, from 0.00\n"))
       << run.output;
   // Bar 11 is F, bar 12 F minor, both a fourth above the center; the piece ends at bar 17.
-  EXPECT_TRUE(Contains(run.output, "40.00    4.00  F         5     -\n")) << run.output;
-  EXPECT_TRUE(Contains(run.output, "44.00    4.00  Fm        5     -\n")) << run.output;
-  EXPECT_TRUE(Contains(run.output, "64.00          end       -     -\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "40.00    4.00  F         5     -  IV\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "44.00    4.00  Fm        5     -  IVm\n")) << run.output;
+  EXPECT_TRUE(Contains(run.output, "64.00          end       -     -  -\n")) << run.output;
 
   // Without a key nothing tells the center yet: the distances stay unknown.
   const TRun bare = RunTool("analyse --method none 'Am7 . | D7'");
   EXPECT_EQ(bare.status, 0) << bare.output;
   EXPECT_TRUE(Contains(bare.output, "Sign key undefined, from -\n  Center undefined, from -\n"));
-  EXPECT_TRUE(Contains(bare.output, "4.00    1.00  D7        -     -\n")) << bare.output;
+  EXPECT_TRUE(Contains(bare.output, "4.00    1.00  D7        -     -  -\n")) << bare.output;
 }
 
 TEST_F(AnalyseCommand, JsonIsTheLibrarysResultFile) {
@@ -56,6 +56,22 @@ TEST_F(AnalyseCommand, JsonIsTheLibrarysResultFile) {
   ASSERT_EQ(chords.size(), 5U);
   EXPECT_EQ(chords[2].RootDistToHarmCenter, 7);
   EXPECT_EQ(chords[4].Position, 4.0);
+}
+
+TEST_F(AnalyseCommand, FunctionsAreToldInTheCenterFound) {
+  const TRun roman = RunTool("analyse --method weights 'Am . Dm . | E7 . . . | Am'");
+  EXPECT_EQ(roman.status, 0) << roman.output;
+  EXPECT_TRUE(Contains(roman.output, "Sign key A Minor, from 0.00\n  Center A Minor, from 0.00\n"))
+      << roman.output;
+  EXPECT_TRUE(Contains(roman.output, "2.00    2.00  Dm        5     -  IVm\n")) << roman.output;
+  EXPECT_TRUE(Contains(roman.output, "4.00    4.00  E7        7     -  V\n")) << roman.output;
+
+  const TRun letters =
+      RunTool("analyse --method weights --functions letters 'Am . Dm . | E7 . . . | Am'");
+  EXPECT_TRUE(Contains(letters.output, "0.00    2.00  Am        0     -  t\n")) << letters.output;
+  EXPECT_TRUE(Contains(letters.output, "2.00    2.00  Dm        5     -  s\n")) << letters.output;
+  EXPECT_TRUE(Contains(letters.output, "4.00    4.00  E7        7     -  D\n")) << letters.output;
+  EXPECT_EQ(RunTool("analyse --functions greek C").status, 2);
 }
 
 TEST_F(AnalyseCommand, BadInputIsToldAndBadChordsAreBorne) {

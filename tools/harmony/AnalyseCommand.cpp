@@ -5,6 +5,7 @@
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 
@@ -13,6 +14,7 @@
 #include "KeyCommandSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
+#include "harmony/chords/SignKeyHeavy.h"
 
 namespace harmony::tool {
 
@@ -23,6 +25,7 @@ struct AnalyseOptions {
   std::string file;
   std::string method = "tonic";
   std::string key;
+  std::string functions = "roman";
   bool json = false;
   bool ascii = false;
 };
@@ -64,7 +67,29 @@ std::string SignKeyText(const CHarmAnlsSignKey& signKey, const CChordNamePrefs& 
 std::string CenterText(const CHarmAnlsCenter& center, const CChordNamePrefs& prefs) {
   const std::string name =
       center.IsUndef() ? std::string("undefined") : center.HarmCenter.NameLong(prefs);
-  return "Center " + name + ", from " + PositionText(center.Position);
+  std::string text = "Center " + name + ", from " + PositionText(center.Position);
+  // Only simultaneous readings of the same chords carry a probability.
+  if (!IsHarmAnlsUndef(center.Probability)) {
+    std::ostringstream probability;
+    probability << std::setprecision(3) << center.Probability;
+    text += ", probability " + probability.str();
+  }
+  return text;
+}
+
+// The key a center stands for, when it is a major or minor one: functions are told in keys.
+std::optional<CSignKeyHeavy> CenterKey(const CHarmAnlsCenter& center) {
+  const TSignKeyType type = SignKeyTypeFromSemitones(center.HarmCenter.Semitones);
+  if (center.IsUndef() || type == TSignKeyType::Undef) return std::nullopt;
+  return CSignKeyHeavy(center.HarmCenter.RootKeyEnh, type == TSignKeyType::Minor
+                                                         ? TSignKeyTypeNoUndef::Minor
+                                                         : TSignKeyTypeNoUndef::Major);
+}
+
+std::string FunctionText(const CHarmAnlsChord& chord, const std::optional<CSignKeyHeavy>& key,
+                         const CChordNamePrefs& prefs) {
+  if (!key || chord.IsUndef()) return "-";
+  return chord.HarmFuncNameIn(*key, prefs);
 }
 
 // Each chord lasts until the next chord of the tree; the closing chord marks the end.
@@ -76,14 +101,16 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
     std::cout << SignKeyText(signKey, prefs) << '\n';
     for (const CHarmAnlsCenter& center : signKey.HarmCenters) {
       std::cout << "  " << CenterText(center, prefs) << '\n';
-      KeyTextTable table({"   ", "position", "length", "chord", "root", "bass"},
-                         {false, true, true, false, true, true});
+      const std::optional<CSignKeyHeavy> key = CenterKey(center);
+      KeyTextTable table({"   ", "position", "length", "chord", "root", "bass", "function"},
+                         {false, true, true, false, true, true, false});
       for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
         const bool last = ++index == all.size();
         const std::string length = last ? "" : PositionText(all[index].Position - chord.Position);
         const std::string name = chord.IsUndef() ? (last ? "end" : "-") : chord.TraceName(prefs);
         table.AddRow({"", PositionText(chord.Position), length, name,
-                      DistText(chord.RootDistToHarmCenter), DistText(chord.BassDistToHarmCenter)});
+                      DistText(chord.RootDistToHarmCenter), DistText(chord.BassDistToHarmCenter),
+                      FunctionText(chord, key, prefs)});
       }
       if (!center.HarmChords.empty()) table.Print(std::cout);
     }
@@ -100,14 +127,9 @@ CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& 
 }
 
 void RunAnalyse(const AnalyseOptions& options) {
-  if (options.method != "none") {
-    // Honest about what runs: the frame places chords in the keys given, but the search for
-    // centers by progressions and weights is not part of this version yet.
-    std::cerr << "harmony: note: finding centers by the '" << options.method
-              << "' method is not built yet; keys and centers stay as given (see --key)\n";
-  }
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
+  prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
   std::string text = options.text;
   if (!options.file.empty()) {
     const std::optional<std::string> content = ReadChordStringFile(options.file);
@@ -137,6 +159,10 @@ const CommandRegistration kRegistration{
       text->excludes(file);
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
+      cmd->add_option("--functions", options->functions,
+                      "Name each chord's function as a roman numeral or by function letters "
+                      "(default roman)")
+          ->check(CLI::IsMember({"roman", "letters"}));
       cmd->add_option("--key", options->key, "Sign key of the piece, e.g. G, Em, \"Bb minor\"");
       cmd->add_flag("--json", options->json, "Print the analysis result as the library writes it");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
@@ -144,7 +170,9 @@ const CommandRegistration kRegistration{
           "A chord list has one token per beat, separated by blanks: a chord symbol, \".\" for a\n"
           "beat without a new chord, or \"|\" for a bar line (bars of four quarter notes).\n"
           "Positions and lengths are in quarter notes; root and bass are the semitones from\n"
-          "the center up to the chord's root and bass.");
+          "the center up to the chord's root and bass. Methods: tonic and cadence find centers\n"
+          "by progressions that prove them, weights by the chords that fit a key; none keeps\n"
+          "the keys given.");
       cmd->callback([options, text, file] {
         if (text->count() == 0 && file->count() == 0) {
           throw CLI::RequiredError("TEXT or --file");

@@ -13,6 +13,7 @@
 #include "harmony/analysis/HarmAnlsCenter.h"
 #include "harmony/analysis/HarmAnlsChord.h"
 #include "harmony/analysis/HarmAnlsSignKey.h"
+#include "harmony/analysis/HarmCenterWeightAnalysis.h"
 
 namespace harmony {
 
@@ -78,6 +79,12 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
   void _EraseIntermediateUndefInputChords();
   // The given sign keys, or one undefined sign key without centers when none is given.
   void _FillAnalyserWithSignKeysOrCreateDefault(const CHarmAnlsSignKeys& signKeys);
+  // Each center with chords (with kOnlyUndefCenters only one without key) takes the key of
+  // the weight census of its chords, and with it every chord from its first on, also those
+  // of the centers behind; an undefined sign key takes the center's key. `params` is not
+  // read.
+  void _FindAndInsertHarmCentersUsingCenterWeightAnalysis(
+      const CHarmCenterWeightAnalysisParams& params, TOnlyUndefCenters only);
   void _MergeAdjacentSameSignKeys() { _HarmSignKeys.MergeAdjacentSameSignKeys(); }
   void _MergeAdjacentSameHarmCenters() { _HarmSignKeys.MergeAdjacentSameHarmCenters(); }
 

@@ -16,6 +16,7 @@
 
 #include "harmony/Trace.h"
 #include "harmony/chords/BasicChord.h"
+#include "harmony/chords/HarmFunc.h"
 #include "harmony/chords/ScaleType.h"
 #include "harmony/pitch/ChordNamePrefs.h"
 #include "harmony/pitch/IntvlSet.h"
@@ -344,6 +345,12 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // The scale degree of the root or lowest note in the key; -1 when it is no degree.
   int RootNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
   int BassNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
+
+  // --- Function in a key (harmony/chords/HarmFunc.h), by the root's degree and the triad
+  // the name is built on.
+  CHarmFunc HarmFuncIn(const CScaleHeavy& scale) const;
+  // The roman numeral or, with FunctionLetters 1, the function letters for the kind of key.
+  std::string HarmFuncName(const CSignKeyHeavy& signKey, const CChordNamePrefs& prefs) const;
 
   // --- Quantising: as the chord's light form does it (harmony/chords/Voicing.h).
   long QuantizeToChord(long noteNr, TQuantizeDirection direction) const;

@@ -14,6 +14,7 @@
 #include "harmony/Json.h"
 #include "harmony/Trace.h"
 #include "harmony/chords/BasicChord.h"
+#include "harmony/chords/HarmFunc.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/MySet.h"
 #include "harmony/pitch/Semitones.h"
@@ -24,6 +25,7 @@ namespace harmony {
 struct ChordSetFromStringPrefs;
 class CChordHeavy;
 class CHarmCenterLite;
+class CScaleHeavy;
 class CScaleLite;
 class CSignKeyHeavy;
 class CSignKeyLite;
@@ -110,6 +112,9 @@ class CChordLite : public TraceFamily<CChordLite> {
   // The scale degree (from 0) of the root or bass key; -1 when it is no scale key.
   int RootNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
   int BassNoteDegreeNrInSignKey(const CSignKeyHeavy& signKey) const;
+  // The function in a key, as the heavy chord at wrap 24 tells it (harmony/chords/HarmFunc.h).
+  CHarmFunc HarmFuncIn(const CScaleHeavy& scale) const;
+  std::string HarmFuncNameIn(const CSignKeyHeavy& signKey, const CChordNamePrefs& prefs) const;
 
   // --- Root and bass. Each is -129 when root or bass is undefined.
   // Bass minus root, not wrapped: -11..11 for normal keys.

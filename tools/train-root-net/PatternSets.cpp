@@ -230,8 +230,14 @@ TPatternSets BuildPatternSets() {
     const TReading& winner = _Resolve(readings);
     ++sets.noteSetCount;
     for (std::uint32_t mask : _Voicings(keySet)) {
-      TRootPattern pattern{mask, winner.rootDist, _NoteNrs(mask), winner.name,
-                           static_cast<int>(readings.size())};
+      const bool undoubled = (mask & (mask >> 12)) == 0;
+      TRootPattern pattern{mask,
+                           winner.rootDist,
+                           _NoteNrs(mask),
+                           winner.name,
+                           static_cast<int>(readings.size()),
+                           mask == keySet,
+                           undoubled};
       const TSplit split = _SplitOf(mask, keySet);
       (split == TSplit::kHeldOut      ? sets.heldOut
        : split == TSplit::kValidation ? sets.validation

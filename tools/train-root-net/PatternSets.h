@@ -35,6 +35,8 @@ struct TRootPattern {
   std::vector<int> noteNrs;     // one voicing that gives the set, lowest note first
   std::string name;             // the winning reading
   int readingCount = 0;         // how many readings the keys have
+  bool close = false;           // every key once, within the octave above the lowest note
+  bool undoubled = false;       // every key once: close, open, drop 2, drop 3, ...
 };
 
 struct TPatternSets {

@@ -1,15 +1,19 @@
 // train-root-net: trains the net that names the root of a set of played notes and writes its
 // table into the library's sources and data.
 //
-//   train-root-net [--seed N] [--epochs N] [--rate R] [--final-rate R] [--momentum M]
+//   train-root-net [--seeds N | FIRST..LAST] [--epochs N] [--rate R] [--final-rate R]
+//                  [--momentum M] [--close-weight N] [--undoubled-weight N]
 //                  [--root DIR] [--dry-run] [--misses]
 //
 // The pattern sets come from PatternSets.cpp, whose header states the convention that names
-// ambiguous note sets. The same seed gives the same table: the net's random start and the
-// order of the patterns in each epoch both come from it. The learning rate falls from --rate
-// to --final-rate; the net is taken from the epoch that names the validation voicings best.
-// Prints the accuracy of the net and of the table algorithm on the training and the held-out
-// voicings; --misses lists the held-out voicings the net names wrongly.
+// ambiguous note sets. The same options give the same table: for each seed, the net's random
+// start and the order of the patterns in each epoch come from it. Each epoch trains a close
+// voicing --close-weight times and another voicing without doubled keys --undoubled-weight
+// times. The learning rate falls from --rate to --final-rate. Of all seeds and epochs, the net
+// taken is the one that misnames the fewest close voicings and then the fewest validation
+// voicings; the held-out voicings play no part in the choice. Prints the accuracy of the net
+// and of the table algorithm on the training and the held-out voicings; --misses lists the
+// held-out voicings the net names wrongly.
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +21,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <random>
 #include <set>
 #include <sstream>
@@ -34,23 +39,36 @@ namespace harmony::trainer {
 namespace {
 
 struct TOptions {
-  std::uint32_t seed = 2;
+  std::uint32_t firstSeed = 1;
+  std::uint32_t lastSeed = 1;
   int epochs = 600;
   double rate = 0.01;        // the learning rate of the first epoch
   double finalRate = 0.001;  // of the last; the epochs between fall geometrically
   double momentum = 0.6;
+  int closeWeight = 1;      // times a close voicing is trained each epoch
+  int undoubledWeight = 1;  // times another voicing without doubled keys is
   std::string root = HARMONY_SOURCE_DIR;
   bool dryRun = false;
   bool misses = false;
 };
+
+// "N" or "FIRST..LAST".
+void _ParseSeeds(const std::string& text, TOptions& options) {
+  const std::size_t dots = text.find("..");
+  options.firstSeed = static_cast<std::uint32_t>(std::stoul(text.substr(0, dots)));
+  options.lastSeed = dots == std::string::npos
+                         ? options.firstSeed
+                         : static_cast<std::uint32_t>(std::stoul(text.substr(dots + 2)));
+  if (options.lastSeed < options.firstSeed) throw std::invalid_argument("empty seed range");
+}
 
 TOptions _ParseOptions(int argc, char** argv) {
   TOptions options;
   for (int i = 1; i < argc; ++i) {
     const std::string arg = argv[i];
     const bool hasValue = i + 1 < argc;
-    if (arg == "--seed" && hasValue) {
-      options.seed = static_cast<std::uint32_t>(std::stoul(argv[++i]));
+    if ((arg == "--seed" || arg == "--seeds") && hasValue) {
+      _ParseSeeds(argv[++i], options);
     } else if (arg == "--epochs" && hasValue) {
       options.epochs = std::stoi(argv[++i]);
     } else if (arg == "--rate" && hasValue) {
@@ -59,6 +77,10 @@ TOptions _ParseOptions(int argc, char** argv) {
       options.finalRate = std::stod(argv[++i]);
     } else if (arg == "--momentum" && hasValue) {
       options.momentum = std::stod(argv[++i]);
+    } else if (arg == "--close-weight" && hasValue) {
+      options.closeWeight = std::max(1, std::stoi(argv[++i]));
+    } else if (arg == "--undoubled-weight" && hasValue) {
+      options.undoubledWeight = std::max(1, std::stoi(argv[++i]));
     } else if (arg == "--root" && hasValue) {
       options.root = argv[++i];
     } else if (arg == "--misses") {
@@ -77,6 +99,17 @@ NeuronalNet _NewNet() {
   const TFixedNetProp fixed{24, 12};
   const TDynNetProp dyn{2, {15, 15, 0, 0, 0}, {INPUT_SUM, ACT_SIGM, 0.2, 2.0, OUTPUT_NONE, 0.0}};
   return NeuronalNet(fixed, dyn);
+}
+
+// The flat table must put hidden layer 1 at 360 and the output layer at 585, as the library's
+// record of the net expects.
+void _CheckLayout(const NeuronalNet& net) {
+  const std::size_t count = net.get_weight_count();
+  const std::size_t layer1 = net.get_hidden_layer(0).size() * 24;
+  const std::size_t output = layer1 + net.get_hidden_layer(1).size() * 15;
+  if (count != kChordAnalysisWeightCount || layer1 != 360 || output != 585) {
+    throw std::runtime_error("the net's layout differs from the library's table");
+  }
 }
 
 double _NetAccuracy(NeuronalNet& net, const std::vector<training_pattern>& patterns) {
@@ -106,22 +139,68 @@ std::vector<training_pattern> _Training(const std::vector<TRootPattern>& pattern
   return result;
 }
 
+// The voicings that decide which epoch and which seed are taken. The close voicings come
+// first: they are how chords are written and played most, and a net that misnames one of them
+// is no use whatever its accuracy elsewhere. They are trained on; the validation voicings,
+// which break ties among nets that name every close voicing, never are.
+struct TSelection {
+  std::vector<training_pattern> close;
+  std::vector<training_pattern> validation;
+};
+
+struct TScore {
+  std::size_t closeMisses = 0;
+  std::size_t validationMisses = 0;
+};
+
+bool _Better(const TScore& a, const TScore& b) {
+  if (a.closeMisses != b.closeMisses) return a.closeMisses < b.closeMisses;
+  return a.validationMisses < b.validationMisses;
+}
+
+TScore _Score(NeuronalNet& net, const TSelection& selection) {
+  return {net.batch_verify(selection.close).size(), net.batch_verify(selection.validation).size()};
+}
+
+double _Percent(std::size_t misses, std::size_t count) {
+  return count == 0 ? 0.0 : 100.0 * static_cast<double>(count - misses) / count;
+}
+
+// The patterns of one epoch, each as often as its weight: the voicings players use most
+// (close, then the others without doubled keys) pull harder than the doubled ones, which
+// outnumber them many times.
+std::vector<std::size_t> _WeightedOrder(const std::vector<TRootPattern>& patterns,
+                                        const TOptions& options) {
+  std::vector<std::size_t> order;
+  for (std::size_t i = 0; i < patterns.size(); ++i) {
+    const int weight = patterns[i].close       ? options.closeWeight
+                       : patterns[i].undoubled ? options.undoubledWeight
+                                               : 1;
+    order.insert(order.end(), static_cast<std::size_t>(weight), i);
+  }
+  return order;
+}
+
 struct TTrained {
   NeuronalNet net;
+  std::uint32_t seed = 0;
   int epoch = 0;  // the epoch after which the net was taken
   double error = 0.0;
+  TScore score;
 };
 
 // Per-pattern back-propagation in an order shuffled from the seed each epoch, with a learning
-// rate falling from the first to the final one. The net is taken from the epoch that names
-// the validation voicings best (the earliest of equals); they are never trained on.
-TTrained _Train(NeuronalNet& net, std::vector<training_pattern>& patterns,
-                const std::vector<training_pattern>& validation, const TOptions& options) {
-  std::mt19937 generator(options.seed);
-  std::vector<std::size_t> order(patterns.size());
-  for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-  TTrained best{net, 0, 0.0};
-  double bestAccuracy = -1.0;
+// rate falling from the first to the final one. The net is taken from the epoch that scores
+// best on the selection voicings (the earliest of equals).
+TTrained _Train(std::uint32_t seed, std::vector<training_pattern>& patterns,
+                std::vector<std::size_t> order, const TSelection& selection,
+                const TOptions& options) {
+  platform::SeedRandom(seed);
+  NeuronalNet net = _NewNet();
+  _CheckLayout(net);
+  net.set_momentum_amount(options.momentum);
+  std::mt19937 generator(seed);
+  TTrained best{net, seed, 0, 0.0, _Score(net, selection)};
   const double decay =
       std::pow(options.finalRate / options.rate, 1.0 / std::max(1, options.epochs - 1));
   double rate = options.rate;
@@ -130,25 +209,25 @@ TTrained _Train(NeuronalNet& net, std::vector<training_pattern>& patterns,
     std::shuffle(order.begin(), order.end(), generator);
     double sum = 0.0;
     for (std::size_t index : order) sum += net.train(patterns[index]);
-    const double mean = sum / static_cast<double>(patterns.size());
-    const double accuracy = _NetAccuracy(net, validation);
-    if (accuracy > bestAccuracy) {
-      bestAccuracy = accuracy;
-      best = {net, epoch, mean};
-    }
-    if (epoch % 25 == 0 || epoch == options.epochs) {
-      std::printf("epoch %4d  rate %.5f  error %.4f  validation %.2f%%\n", epoch, rate, mean,
-                  accuracy);
+    const double mean = sum / static_cast<double>(order.size());
+    const TScore score = _Score(net, selection);
+    if (_Better(score, best.score)) best = {net, seed, epoch, mean, score};
+    if (epoch % 50 == 0 || epoch == options.epochs) {
+      std::printf("seed %u epoch %4d  rate %.5f  error %.4f  close %.2f%%  validation %.2f%%\n",
+                  seed, epoch, rate, mean, _Percent(score.closeMisses, selection.close.size()),
+                  _Percent(score.validationMisses, selection.validation.size()));
     }
   }
-  std::printf("taken from epoch %d: validation %.2f%%\n", best.epoch, bestAccuracy);
+  std::printf("seed %u: taken from epoch %d, close voicings missed %zu, validation %.2f%%\n", seed,
+              best.epoch, best.score.closeMisses,
+              _Percent(best.score.validationMisses, selection.validation.size()));
   return best;
 }
 
 std::uint32_t _Folded(std::uint32_t mask) { return (mask | (mask >> 12)) & 0xfffu; }
 
-// The held-out note sets the net names wrongly, with what training teaches about the same
-// keys above the same lowest note in other voicings.
+// The held-out and the close voicings the net names wrongly, with what training teaches about the
+// same keys above the same lowest note in other voicings.
 void _PrintMisses(NeuronalNet& net, const TPatternSets& sets) {
   std::map<std::uint32_t, std::set<int>> trainedRoots;
   for (const TRootPattern& pattern : sets.training) {
@@ -157,7 +236,11 @@ void _PrintMisses(NeuronalNet& net, const TPatternSets& sets) {
   int unknown = 0;
   int contradicted = 0;
   int missed = 0;
-  for (const TRootPattern& pattern : sets.heldOut) {
+  std::vector<TRootPattern> checked = sets.heldOut;
+  for (const TRootPattern& pattern : sets.training) {
+    if (pattern.close) checked.push_back(pattern);
+  }
+  for (const TRootPattern& pattern : checked) {
     const training_pattern form = ToTrainingPattern(pattern, 0.0);
     net.use(form.mInputs);
     if (net.winner() == pattern.rootDist) continue;
@@ -175,8 +258,9 @@ void _PrintMisses(NeuronalNet& net, const TPatternSets& sets) {
     for (int intvl = 0; intvl < 24; ++intvl) {
       if ((pattern.intvlMask >> intvl) & 1u) intvls += " " + std::to_string(intvl);
     }
-    std::printf("miss: %-40s [%s ] root %d, net %d; %s\n", pattern.name.c_str(), intvls.c_str(),
-                pattern.rootDist, net.winner(), taught.c_str());
+    std::printf("%s: %-40s [%s ] root %d, net %d; %s\n", pattern.close ? "close miss" : "miss",
+                pattern.name.c_str(), intvls.c_str(), pattern.rootDist, net.winner(),
+                taught.c_str());
   }
   std::printf("%d misses: %d of keys never trained, %d trained with another root\n", missed,
               unknown, contradicted);
@@ -225,17 +309,6 @@ void _WriteFile(const std::string& path, const std::string& text) {
   std::printf("wrote %s\n", path.c_str());
 }
 
-// The flat table must put hidden layer 1 at 360 and the output layer at 585, as the library's
-// record of the net expects.
-void _CheckLayout(const NeuronalNet& net) {
-  const std::size_t count = net.get_weight_count();
-  const std::size_t layer1 = net.get_hidden_layer(0).size() * 24;
-  const std::size_t output = layer1 + net.get_hidden_layer(1).size() * 15;
-  if (count != kChordAnalysisWeightCount || layer1 != 360 || output != 585) {
-    throw std::runtime_error("the net's layout differs from the library's table");
-  }
-}
-
 int _Run(const TOptions& options) {
   const TPatternSets sets = BuildPatternSets();
   std::printf("%d shapes, %d note sets; voicings: %zu training, %zu validation, %zu held out\n",
@@ -250,29 +323,37 @@ int _Run(const TOptions& options) {
   if (NeuronalNet::check_learn_data_for_duplicates(all)) return 1;
   std::printf("pattern sets are consistent\n");
 
-  platform::SeedRandom(options.seed);
-  NeuronalNet net = _NewNet();
-  _CheckLayout(net);
-  net.set_momentum_amount(options.momentum);
-  const TTrained trained = _Train(net, training, validation, options);
+  TSelection selection{{}, validation};
+  for (std::size_t i = 0; i < sets.training.size(); ++i) {
+    if (sets.training[i].close) selection.close.push_back(training[i]);
+  }
+  const std::vector<std::size_t> order = _WeightedOrder(sets.training, options);
+  std::optional<TTrained> trained;
+  for (std::uint32_t seed = options.firstSeed;; ++seed) {
+    TTrained candidate = _Train(seed, training, order, selection, options);
+    if (!trained || _Better(candidate.score, trained->score)) trained = std::move(candidate);
+    if (seed == options.lastSeed) break;
+  }
+  std::printf("taken: seed %u, epoch %d\n", trained->seed, trained->epoch);
 
   // Judge the table as the library will hold it: six significant digits.
   NeuronalNet rounded = _NewNet();
-  NeuronalNet taken = trained.net;
+  NeuronalNet taken = trained->net;
   const std::vector<double> weights = _RoundedWeights(taken);
   TPredefinedWeights record = taken.get_weights();
   delete[] record.mWeights;
   record.mWeights = weights.data();
   if (!rounded.acquire_weights(record)) throw std::runtime_error("the rounded table doesn't fit");
-  std::printf("net:   training %.2f%%, held out %.2f%%\n", _NetAccuracy(rounded, training),
-              _NetAccuracy(rounded, heldOut));
+  std::printf("net:   training %.2f%%, held out %.2f%%, close voicings %.2f%%\n",
+              _NetAccuracy(rounded, training), _NetAccuracy(rounded, heldOut),
+              _NetAccuracy(rounded, selection.close));
   std::printf("table: training %.2f%%, held out %.2f%%\n", _TableAccuracy(sets.training),
               _TableAccuracy(sets.heldOut));
   if (options.misses) _PrintMisses(rounded, sets);
   if (options.dryRun) return 0;
   _WriteFile(options.root + "/src/net/ChordAnalysisWeights.cpp", _CSource(rounded));
   _WriteFile(options.root + "/data/net/ChordAnalysisNet.txt",
-             _WithoutDateLine(rounded.weights_to_text(4, trained.error, trained.epoch, {})));
+             _WithoutDateLine(rounded.weights_to_text(4, trained->error, trained->epoch, {})));
   return 0;
 }
 

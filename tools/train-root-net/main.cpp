@@ -3,7 +3,9 @@
 //
 //   train-root-net [--seeds N | FIRST..LAST] [--epochs N] [--rate R] [--final-rate R]
 //                  [--momentum M] [--close-weight N] [--undoubled-weight N]
+//                  [--fine-epochs N] [--fine-rate R] [--start FILE]
 //                  [--root DIR] [--dry-run] [--misses]
+//   train-root-net --score [--misses]
 //
 // The pattern sets come from PatternSets.cpp, whose header states the convention that names
 // ambiguous note sets. The same options give the same table: for each seed, the net's random
@@ -14,12 +16,20 @@
 // voicings; the held-out voicings play no part in the choice. Prints the accuracy of the net
 // and of the table algorithm on the training and the held-out voicings; --misses lists the
 // held-out voicings the net names wrongly.
+//
+// --fine-epochs continues from the taken net for that many epochs at --fine-rate, each epoch
+// over the voicings without doubled keys (close, open, drop 2, ...) and as many others drawn
+// afresh, and takes the best net again by the same rule, the one it started from included.
+// --start FILE reads a net in the file form of data/net/ instead of training one from a random
+// start (the main epochs are skipped; --fine-epochs then refines it). --score trains nothing:
+// it prints the figures of the table the library holds.
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <random>
@@ -47,6 +57,10 @@ struct TOptions {
   double momentum = 0.6;
   int closeWeight = 1;      // times a close voicing is trained each epoch
   int undoubledWeight = 1;  // times another voicing without doubled keys is
+  int fineEpochs = 0;
+  double fineRate = 0.001;
+  std::string start;  // a net to start from instead of a random one
+  bool score = false;
   std::string root = HARMONY_SOURCE_DIR;
   bool dryRun = false;
   bool misses = false;
@@ -81,6 +95,14 @@ TOptions _ParseOptions(int argc, char** argv) {
       options.closeWeight = std::max(1, std::stoi(argv[++i]));
     } else if (arg == "--undoubled-weight" && hasValue) {
       options.undoubledWeight = std::max(1, std::stoi(argv[++i]));
+    } else if (arg == "--fine-epochs" && hasValue) {
+      options.fineEpochs = std::stoi(argv[++i]);
+    } else if (arg == "--fine-rate" && hasValue) {
+      options.fineRate = std::stod(argv[++i]);
+    } else if (arg == "--start" && hasValue) {
+      options.start = argv[++i];
+    } else if (arg == "--score") {
+      options.score = true;
     } else if (arg == "--root" && hasValue) {
       options.root = argv[++i];
     } else if (arg == "--misses") {
@@ -139,6 +161,13 @@ std::vector<training_pattern> _Training(const std::vector<TRootPattern>& pattern
   return result;
 }
 
+std::vector<TRootPattern> _Close(const std::vector<TRootPattern>& patterns) {
+  std::vector<TRootPattern> close;
+  std::copy_if(patterns.begin(), patterns.end(), std::back_inserter(close),
+               [](const TRootPattern& pattern) { return pattern.close; });
+  return close;
+}
+
 // The voicings that decide which epoch and which seed are taken. The close voicings come
 // first: they are how chords are written and played most, and a net that misnames one of them
 // is no use whatever its accuracy elsewhere. They are trained on; the validation voicings,
@@ -189,9 +218,41 @@ struct TTrained {
   TScore score;
 };
 
-// Per-pattern back-propagation in an order shuffled from the seed each epoch, with a learning
-// rate falling from the first to the final one. The net is taken from the epoch that scores
-// best on the selection voicings (the earliest of equals).
+// Per-pattern back-propagation from `net` for `epochs` epochs, the rate falling geometrically
+// from `rate` to `finalRate`, each epoch in the order `nextOrder()` gives. The net is taken from
+// the epoch that scores best on the selection voicings, the earliest of equals; the net it
+// starts from competes as epoch 0.
+template <class NextOrder>
+TTrained _Epochs(const char* phase, TTrained start, int epochs, double rate, double finalRate,
+                 std::vector<training_pattern>& patterns, NextOrder nextOrder,
+                 const TSelection& selection) {
+  NeuronalNet net = start.net;
+  start.epoch = 0;
+  start.score = _Score(net, selection);
+  TTrained best = start;
+  const double decay = std::pow(finalRate / rate, 1.0 / std::max(1, epochs - 1));
+  for (int epoch = 1; epoch <= epochs; ++epoch, rate *= decay) {
+    for (training_pattern& pattern : patterns) pattern.mLearningRate = rate;
+    const std::vector<std::size_t>& order = nextOrder();
+    double sum = 0.0;
+    for (std::size_t index : order) sum += net.train(patterns[index]);
+    const double mean = sum / static_cast<double>(order.size());
+    const TScore score = _Score(net, selection);
+    if (_Better(score, best.score)) best = {net, start.seed, epoch, mean, score};
+    if (epoch % 50 == 0 || epoch == epochs) {
+      std::printf("%s seed %u epoch %4d  rate %.5f  error %.4f  close %.2f%%  validation %.2f%%\n",
+                  phase, start.seed, epoch, rate, mean,
+                  _Percent(score.closeMisses, selection.close.size()),
+                  _Percent(score.validationMisses, selection.validation.size()));
+    }
+  }
+  std::printf("%s seed %u: taken from epoch %d, close voicings missed %zu, validation %.2f%%\n",
+              phase, start.seed, best.epoch, best.score.closeMisses,
+              _Percent(best.score.validationMisses, selection.validation.size()));
+  return best;
+}
+
+// The main run from a random start; the start and the order of each epoch come from the seed.
 TTrained _Train(std::uint32_t seed, std::vector<training_pattern>& patterns,
                 std::vector<std::size_t> order, const TSelection& selection,
                 const TOptions& options) {
@@ -200,28 +261,36 @@ TTrained _Train(std::uint32_t seed, std::vector<training_pattern>& patterns,
   _CheckLayout(net);
   net.set_momentum_amount(options.momentum);
   std::mt19937 generator(seed);
-  TTrained best{net, seed, 0, 0.0, _Score(net, selection)};
-  const double decay =
-      std::pow(options.finalRate / options.rate, 1.0 / std::max(1, options.epochs - 1));
-  double rate = options.rate;
-  for (int epoch = 1; epoch <= options.epochs; ++epoch, rate *= decay) {
-    for (training_pattern& pattern : patterns) pattern.mLearningRate = rate;
+  const auto nextOrder = [&]() -> const std::vector<std::size_t>& {
     std::shuffle(order.begin(), order.end(), generator);
-    double sum = 0.0;
-    for (std::size_t index : order) sum += net.train(patterns[index]);
-    const double mean = sum / static_cast<double>(order.size());
-    const TScore score = _Score(net, selection);
-    if (_Better(score, best.score)) best = {net, seed, epoch, mean, score};
-    if (epoch % 50 == 0 || epoch == options.epochs) {
-      std::printf("seed %u epoch %4d  rate %.5f  error %.4f  close %.2f%%  validation %.2f%%\n",
-                  seed, epoch, rate, mean, _Percent(score.closeMisses, selection.close.size()),
-                  _Percent(score.validationMisses, selection.validation.size()));
-    }
-  }
-  std::printf("seed %u: taken from epoch %d, close voicings missed %zu, validation %.2f%%\n", seed,
-              best.epoch, best.score.closeMisses,
-              _Percent(best.score.validationMisses, selection.validation.size()));
-  return best;
+    return order;
+  };
+  return _Epochs("train", {net, seed, 0, 0.0, {}}, options.epochs, options.rate, options.finalRate,
+                 patterns, nextOrder, selection);
+}
+
+// Refines a net at a small, steady rate on the voicings without doubled keys, each epoch
+// joined by as many doubled ones drawn afresh so that those are not forgotten.
+TTrained _FineTune(const TTrained& from, const std::vector<TRootPattern>& sets,
+                   std::vector<training_pattern>& patterns, const TSelection& selection,
+                   const TOptions& options) {
+  std::vector<std::size_t> focus;
+  std::vector<std::size_t> rest;
+  for (std::size_t i = 0; i < sets.size(); ++i) (sets[i].undoubled ? focus : rest).push_back(i);
+  std::mt19937 generator(from.seed);
+  std::vector<std::size_t> order;
+  const auto nextOrder = [&]() -> const std::vector<std::size_t>& {
+    order = focus;
+    std::sample(rest.begin(), rest.end(), std::back_inserter(order),
+                std::min(focus.size(), rest.size()), generator);
+    std::shuffle(order.begin(), order.end(), generator);
+    return order;
+  };
+  TTrained tuned = _Epochs("fine-tune", from, options.fineEpochs, options.fineRate,
+                           options.fineRate, patterns, nextOrder, selection);
+  if (tuned.epoch == 0) return from;
+  tuned.epoch = from.epoch < 0 ? -1 : from.epoch + tuned.epoch;
+  return tuned;
 }
 
 std::uint32_t _Folded(std::uint32_t mask) { return (mask | (mask >> 12)) & 0xfffu; }
@@ -309,6 +378,38 @@ void _WriteFile(const std::string& path, const std::string& text) {
   std::printf("wrote %s\n", path.c_str());
 }
 
+// The net as the library will hold it: weights of six significant digits.
+NeuronalNet _Rounded(const NeuronalNet& net) {
+  NeuronalNet rounded = _NewNet();
+  NeuronalNet copy = net;
+  const std::vector<double> weights = _RoundedWeights(copy);
+  TPredefinedWeights record = copy.get_weights();
+  delete[] record.mWeights;
+  record.mWeights = weights.data();
+  if (!rounded.acquire_weights(record)) throw std::runtime_error("the rounded table doesn't fit");
+  return rounded;
+}
+
+NeuronalNet _FromFile(const std::string& path) {
+  if (!std::ifstream(path)) throw std::runtime_error("can't read " + path);
+  NeuronalNet net = _NewNet();
+  net.load_weights_from_file(path);
+  return net;
+}
+
+void _PrintFigures(NeuronalNet& net, const TPatternSets& sets,
+                   const std::vector<training_pattern>& training,
+                   const std::vector<training_pattern>& heldOut, const TSelection& selection,
+                   bool misses) {
+  std::printf("net:   training %.2f%%, validation %.2f%%, held out %.2f%%, close voicings %.2f%%\n",
+              _NetAccuracy(net, training), _NetAccuracy(net, selection.validation),
+              _NetAccuracy(net, heldOut), _NetAccuracy(net, selection.close));
+  std::printf("table: training %.2f%%, validation %.2f%%, held out %.2f%%, close voicings %.2f%%\n",
+              _TableAccuracy(sets.training), _TableAccuracy(sets.validation),
+              _TableAccuracy(sets.heldOut), _TableAccuracy(_Close(sets.training)));
+  if (misses) _PrintMisses(net, sets);
+}
+
 int _Run(const TOptions& options) {
   const TPatternSets sets = BuildPatternSets();
   std::printf("%d shapes, %d note sets; voicings: %zu training, %zu validation, %zu held out\n",
@@ -323,33 +424,33 @@ int _Run(const TOptions& options) {
   if (NeuronalNet::check_learn_data_for_duplicates(all)) return 1;
   std::printf("pattern sets are consistent\n");
 
-  TSelection selection{{}, validation};
-  for (std::size_t i = 0; i < sets.training.size(); ++i) {
-    if (sets.training[i].close) selection.close.push_back(training[i]);
+  TSelection selection{_Training(_Close(sets.training), options.rate), validation};
+  if (options.score) {
+    NeuronalNet library(ChordAnalysisNeuronalNet);
+    std::printf("the library's table\n");
+    _PrintFigures(library, sets, training, heldOut, selection, options.misses);
+    return 0;
   }
-  const std::vector<std::size_t> order = _WeightedOrder(sets.training, options);
   std::optional<TTrained> trained;
-  for (std::uint32_t seed = options.firstSeed;; ++seed) {
-    TTrained candidate = _Train(seed, training, order, selection, options);
-    if (!trained || _Better(candidate.score, trained->score)) trained = std::move(candidate);
-    if (seed == options.lastSeed) break;
+  if (!options.start.empty()) {
+    trained = TTrained{_FromFile(options.start), options.firstSeed, -1, 0.0, {}};
+    trained->net.set_momentum_amount(options.momentum);
+    trained->score = _Score(trained->net, selection);
+  } else {
+    const std::vector<std::size_t> order = _WeightedOrder(sets.training, options);
+    for (std::uint32_t seed = options.firstSeed;; ++seed) {
+      TTrained candidate = _Train(seed, training, order, selection, options);
+      if (!trained || _Better(candidate.score, trained->score)) trained = std::move(candidate);
+      if (seed == options.lastSeed) break;
+    }
+  }
+  if (options.fineEpochs > 0) {
+    trained = _FineTune(*trained, sets.training, training, selection, options);
   }
   std::printf("taken: seed %u, epoch %d\n", trained->seed, trained->epoch);
 
-  // Judge the table as the library will hold it: six significant digits.
-  NeuronalNet rounded = _NewNet();
-  NeuronalNet taken = trained->net;
-  const std::vector<double> weights = _RoundedWeights(taken);
-  TPredefinedWeights record = taken.get_weights();
-  delete[] record.mWeights;
-  record.mWeights = weights.data();
-  if (!rounded.acquire_weights(record)) throw std::runtime_error("the rounded table doesn't fit");
-  std::printf("net:   training %.2f%%, held out %.2f%%, close voicings %.2f%%\n",
-              _NetAccuracy(rounded, training), _NetAccuracy(rounded, heldOut),
-              _NetAccuracy(rounded, selection.close));
-  std::printf("table: training %.2f%%, held out %.2f%%\n", _TableAccuracy(sets.training),
-              _TableAccuracy(sets.heldOut));
-  if (options.misses) _PrintMisses(rounded, sets);
+  NeuronalNet rounded = _Rounded(trained->net);
+  _PrintFigures(rounded, sets, training, heldOut, selection, options.misses);
   if (options.dryRun) return 0;
   _WriteFile(options.root + "/src/net/ChordAnalysisWeights.cpp", _CSource(rounded));
   _WriteFile(options.root + "/data/net/ChordAnalysisNet.txt",

@@ -3,7 +3,7 @@
 //
 //   train-root-net [--seeds N | FIRST..LAST] [--epochs N] [--rate R] [--final-rate R]
 //                  [--momentum M] [--close-weight N] [--undoubled-weight N]
-//                  [--fine-epochs N] [--fine-rate R] [--start FILE]
+//                  [--fine-epochs N] [--fine-rate R] [--fine-close-weight N] [--start FILE]
 //                  [--root DIR] [--dry-run] [--misses]
 //   train-root-net --score [--misses]
 //
@@ -59,7 +59,8 @@ struct TOptions {
   int undoubledWeight = 1;  // times another voicing without doubled keys is
   int fineEpochs = 0;
   double fineRate = 0.001;
-  std::string start;  // a net to start from instead of a random one
+  int fineCloseWeight = 1;  // times a close voicing is refined each epoch
+  std::string start;        // a net to start from instead of a random one
   bool score = false;
   std::string root = HARMONY_SOURCE_DIR;
   bool dryRun = false;
@@ -97,6 +98,8 @@ TOptions _ParseOptions(int argc, char** argv) {
       options.undoubledWeight = std::max(1, std::stoi(argv[++i]));
     } else if (arg == "--fine-epochs" && hasValue) {
       options.fineEpochs = std::stoi(argv[++i]);
+    } else if (arg == "--fine-close-weight" && hasValue) {
+      options.fineCloseWeight = std::max(1, std::stoi(argv[++i]));
     } else if (arg == "--fine-rate" && hasValue) {
       options.fineRate = std::stod(argv[++i]);
     } else if (arg == "--start" && hasValue) {
@@ -269,14 +272,22 @@ TTrained _Train(std::uint32_t seed, std::vector<training_pattern>& patterns,
                  patterns, nextOrder, selection);
 }
 
-// Refines a net at a small, steady rate on the voicings without doubled keys, each epoch
-// joined by as many doubled ones drawn afresh so that those are not forgotten.
+// Refines a net at a small, steady rate on the voicings without doubled keys (a close one
+// --fine-close-weight times), each epoch joined by as many doubled ones drawn afresh so that those
+// are not forgotten.
 TTrained _FineTune(const TTrained& from, const std::vector<TRootPattern>& sets,
                    std::vector<training_pattern>& patterns, const TSelection& selection,
                    const TOptions& options) {
   std::vector<std::size_t> focus;
   std::vector<std::size_t> rest;
-  for (std::size_t i = 0; i < sets.size(); ++i) (sets[i].undoubled ? focus : rest).push_back(i);
+  for (std::size_t i = 0; i < sets.size(); ++i) {
+    if (!sets[i].undoubled) {
+      rest.push_back(i);
+    } else {
+      focus.insert(focus.end(),
+                   sets[i].close ? static_cast<std::size_t>(options.fineCloseWeight) : 1, i);
+    }
+  }
   std::mt19937 generator(from.seed);
   std::vector<std::size_t> order;
   const auto nextOrder = [&]() -> const std::vector<std::size_t>& {

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <initializer_list>
 #include <map>
 #include <set>
 #include <stdexcept>
+#include <tuple>
 
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
@@ -19,6 +21,9 @@ namespace {
 
 constexpr int kInputCount = 24;
 constexpr int kLowestNoteNr = 36;  // where every voicing is placed (C2)
+constexpr int kMaxDoublings = 2;   // keys sounding in both octaves of a voicing
+
+int FloorMod(int value) { return ((value % 12) + 12) % 12; }
 
 // The common chord symbols, most common first. Their order decides between readings of a
 // note set none of which has the lowest note as root.
@@ -84,88 +89,43 @@ std::vector<TShape> _Shapes() {
   return shapes;
 }
 
-// One voicing: offsets from the root (may be negative) and what it is.
-struct TVoicing {
-  std::vector<int> offsets;
-  std::string form;
+// A shape with tones left out as players leave them out, reduced to its keys above the root.
+struct TVariant {
+  std::vector<int> keys;  // 0..11, ascending
+  std::string tag;
   bool rootless = false;
 };
 
-std::vector<int> _Close(const std::vector<int>& tones) {
+std::vector<int> _Keys(const std::vector<int>& tones) {
   std::set<int> folded;
   for (int tone : tones) folded.insert(((tone % 12) + 12) % 12);
   return {folded.begin(), folded.end()};
 }
 
-// Close position with the k-th tone in the bass, the others stacked within the octave above.
-std::vector<int> _Inversion(const std::vector<int>& close, std::size_t k) {
-  std::vector<int> notes;
-  for (std::size_t i = 0; i < close.size(); ++i) {
-    const std::size_t ix = (k + i) % close.size();
-    notes.push_back(close[ix] + (ix < k ? 12 : 0));
-  }
-  return notes;  // ascending
-}
-
-// Drop voicing: the n-th note from the top goes down an octave.
-std::vector<int> _Drop(std::vector<int> notes, std::size_t fromTop) {
-  notes[notes.size() - fromTop] -= 12;
-  std::sort(notes.begin(), notes.end());
-  return notes;
-}
-
-void _AddVoicingsOf(const std::vector<int>& tones, const std::string& tag, bool rootless,
-                    std::vector<TVoicing>& out) {
-  const std::vector<int> close = _Close(tones);
-  if (!rootless) out.push_back({tones, tag + "spread", false});
-  for (std::size_t k = 0; k < close.size(); ++k) {
-    const std::vector<int> inv = _Inversion(close, k);
-    const std::string name = tag + "inversion " + std::to_string(k);
-    out.push_back({inv, name, rootless});
-    if (rootless) continue;
-    if (inv.size() >= 3) {
-      std::vector<int> open = inv;
-      open[1] += 12;  // the second note from the bottom goes up: open position
-      std::sort(open.begin(), open.end());
-      out.push_back({open, name + " open", false});
-    }
-    if (inv.size() >= 4) out.push_back({_Drop(inv, 2), name + " drop 2", false});
-    if (inv.size() >= 4) out.push_back({_Drop(inv, 3), name + " drop 3", false});
-    std::vector<int> doubled = inv;
-    doubled.push_back(inv.front() + 12);  // the bass doubled on top
-    out.push_back({doubled, name + " doubled bass", false});
-    // The root an octave below, the chord in this inversion above it.
-    std::vector<int> leftHand = inv;
-    leftHand.insert(leftHand.begin(), -12);
-    out.push_back({leftHand, name + " over its root", false});
-  }
-}
-
-std::vector<TVoicing> _Voicings(const TShape& shape) {
-  std::vector<TVoicing> voicings;
-  _AddVoicingsOf(shape.tones, "", false, voicings);
+std::vector<TVariant> _Variants(const TShape& shape) {
+  std::vector<TVariant> variants{{_Keys(shape.tones), "", false}};
   const auto has = [&shape](int tone) {
     return std::find(shape.tones.begin(), shape.tones.end(), tone) != shape.tones.end();
   };
   const bool third = has(3) || has(4);
   const bool seventh = has(10) || has(11);
+  const auto without = [&shape](std::initializer_list<int> left) {
+    std::vector<int> kept;
+    for (int tone : shape.tones) {
+      if (std::find(left.begin(), left.end(), tone) == left.end()) kept.push_back(tone);
+    }
+    return kept;
+  };
   // Shell voicings leave out a perfect fifth once the chord has a third and two more tones.
   if (third && has(7) && shape.tones.size() >= 4) {
-    std::vector<int> noFifth;
-    for (int tone : shape.tones) {
-      if (tone != 7) noFifth.push_back(tone);
-    }
-    _AddVoicingsOf(noFifth, "no 5 ", false, voicings);
+    variants.push_back({_Keys(without({7})), "no 5 ", false});
   }
   // Rootless voicings of seventh chords with a ninth: the bass player has the root.
   if (third && seventh && (has(13) || has(14) || has(15))) {
-    std::vector<int> noRoot;
-    for (int tone : shape.tones) {
-      if (tone != 0 && tone != 7) noRoot.push_back(tone);
-    }
-    if (noRoot.size() >= 3) _AddVoicingsOf(noRoot, "rootless ", true, voicings);
+    const std::vector<int> noRoot = without({0, 7});
+    if (noRoot.size() >= 3) variants.push_back({_Keys(noRoot), "rootless ", true});
   }
-  return voicings;
+  return variants;
 }
 
 struct TReading {
@@ -173,7 +133,6 @@ struct TReading {
   int rank;
   bool standard;
   std::string name;
-  std::vector<int> noteNrs;
 };
 
 // The winner among the readings of one note set (see the convention in PatternSets.h).
@@ -191,47 +150,100 @@ const TReading& _Resolve(const std::vector<TReading>& readings) {
   return *best;
 }
 
-std::uint32_t _IntvlMask(const CChordHeavy& chord) {
-  std::uint32_t mask = 0;
-  for (int intvl : chord.IntvlSet()) mask |= 1u << intvl;
-  return mask;
+// Every reading of every shape, by the keys above its lowest note (bit k: k keys above it).
+std::map<std::uint32_t, std::vector<TReading>> _ReadingsByKeySet(
+    const std::vector<TShape>& shapes) {
+  std::map<std::uint32_t, std::vector<TReading>> readings;
+  for (const TShape& shape : shapes) {
+    for (const TVariant& variant : _Variants(shape)) {
+      for (std::size_t k = 0; k < variant.keys.size(); ++k) {
+        const int bass = variant.keys[k];
+        std::uint32_t keySet = 0;
+        for (int key : variant.keys) keySet |= 1u << FloorMod(key - bass);
+        readings[keySet].push_back(
+            {FloorMod(-bass), shape.rank, shape.common && !variant.rootless,
+             shape.name + " " + variant.tag + "inversion " + std::to_string(k)});
+      }
+    }
+  }
+  return readings;
 }
 
-// A fixed scramble of the mask: which note sets are held out does not depend on the order
-// in which they were found. Masks are odd (the lowest note is in every set), so the products
-// are odd too and one residue of five odd ones selects a fifth of the sets.
-bool _IsHeldOut(std::uint32_t mask) { return (mask * 2654435761u) % 10u == 3u; }
+// The voicings of a key set within the two octaves the net sees: the lowest note, perhaps
+// doubled an octave up, and each other key in the lower octave, the upper one or both, with
+// at most kMaxDoublings keys doubled in all.
+std::vector<std::uint32_t> _Voicings(std::uint32_t keySet) {
+  std::vector<int> upper;
+  for (int key = 1; key < 12; ++key) {
+    if ((keySet >> key) & 1u) upper.push_back(key);
+  }
+  std::vector<std::uint32_t> masks;
+  std::size_t combinations = 2;
+  for (std::size_t i = 0; i < upper.size(); ++i) combinations *= 3;
+  for (std::size_t code = 0; code < combinations; ++code) {
+    std::size_t rest = code / 2;
+    std::uint32_t mask = (code % 2 == 1) ? (1u | (1u << 12)) : 1u;
+    int doublings = static_cast<int>(code % 2);
+    for (int key : upper) {
+      const std::size_t place = rest % 3;  // 0 lower octave, 1 upper, 2 both
+      rest /= 3;
+      if (place != 1) mask |= 1u << key;
+      if (place != 0) mask |= 1u << (key + 12);
+      doublings += place == 2;
+    }
+    if (doublings <= kMaxDoublings) masks.push_back(mask);
+  }
+  return masks;
+}
+
+std::vector<int> _NoteNrs(std::uint32_t mask) {
+  std::vector<int> noteNrs;
+  for (int intvl = 0; intvl < kInputCount; ++intvl) {
+    if ((mask >> intvl) & 1u) noteNrs.push_back(kLowestNoteNr + intvl);
+  }
+  return noteNrs;
+}
+
+// A fixed scramble of the mask decides the split, so that which voicings are held out does
+// not depend on the order in which they were found: a fifth is held out and a tenth kept for
+// validation. The close voicing of every note set trains, so that nothing held out or
+// validated is a note set the net never saw.
+enum class TSplit { kTraining, kValidation, kHeldOut };
+
+TSplit _SplitOf(std::uint32_t mask, std::uint32_t keySet) {
+  std::uint32_t scrambled = mask * 2654435761u;
+  scrambled ^= scrambled >> 16;
+  const std::uint32_t bucket = scrambled % 20u;
+  if (mask == keySet) return TSplit::kTraining;
+  if (bucket < 4) return TSplit::kHeldOut;
+  if (bucket < 6) return TSplit::kValidation;
+  return TSplit::kTraining;
+}
 
 }  // namespace
 
 TPatternSets BuildPatternSets() {
-  std::map<std::uint32_t, std::vector<TReading>> readingsByMask;
   TPatternSets sets;
   const std::vector<TShape> shapes = _Shapes();
   sets.shapeCount = static_cast<int>(shapes.size());
-  for (const TShape& shape : shapes) {
-    for (const TVoicing& voicing : _Voicings(shape)) {
-      const int lowest = *std::min_element(voicing.offsets.begin(), voicing.offsets.end());
-      CMySet<unsigned char> noteNrs;
-      std::vector<int> notes;
-      for (int offset : voicing.offsets) {
-        const int noteNr = kLowestNoteNr + offset - lowest;
-        noteNrs.insert(static_cast<unsigned char>(noteNr));
-        notes.push_back(noteNr);
-      }
-      const CChordHeavy chord(CNote::Undef, noteNrs, kInputCount);
-      const int rootDist = ((-lowest) % 12 + 12) % 12;
-      readingsByMask[_IntvlMask(chord)].push_back({rootDist, shape.rank,
-                                                   shape.common && !voicing.rootless,
-                                                   shape.name + " " + voicing.form, notes});
-      ++sets.voicingCount;
-    }
-  }
-  for (const auto& [mask, readings] : readingsByMask) {
+  for (const auto& [keySet, readings] : _ReadingsByKeySet(shapes)) {
     const TReading& winner = _Resolve(readings);
-    TRootPattern pattern{mask, winner.rootDist, winner.noteNrs, winner.name,
-                         static_cast<int>(readings.size())};
-    (_IsHeldOut(mask) ? sets.heldOut : sets.training).push_back(std::move(pattern));
+    ++sets.noteSetCount;
+    for (std::uint32_t mask : _Voicings(keySet)) {
+      const bool undoubled = (mask & (mask >> 12)) == 0;
+      TRootPattern pattern{mask,
+                           winner.rootDist,
+                           _NoteNrs(mask),
+                           winner.name,
+                           static_cast<int>(readings.size()),
+                           mask == keySet,
+                           undoubled};
+      const TSplit split = _SplitOf(mask, keySet);
+      (split == TSplit::kHeldOut      ? sets.heldOut
+       : split == TSplit::kValidation ? sets.validation
+                                      : sets.training)
+          .push_back(std::move(pattern));
+    }
   }
   return sets;
 }

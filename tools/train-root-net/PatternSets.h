@@ -1,17 +1,20 @@
 #pragma once
-// The pattern sets of the root-detection net: chord shapes in the voicings players use, each
-// reduced to what the net sees (the exact intervals above the lowest note, wrapped at 24) and
-// the root's key distance above the lowest note.
+// The pattern sets of the root-detection net: the keys of common chord shapes above each of
+// their tones as the lowest note, in the many voicings players use, each reduced to what the
+// net sees (the exact intervals above the lowest note, wrapped at 24) and the root's key
+// distance above the lowest note.
 //
 // Naming convention for note sets that several chords share (C6 and Am7, the inversions of
 // a diminished seventh or an augmented triad, Csus2 and Gsus4, ...):
 //
-//   A reading is a chord shape voiced so that it gives the note set. A reading is standard
-//   when its shape is on the list of common chord symbols and it sounds its root. If any
-//   reading is standard, only the standard readings compete. Among those that compete, the
-//   one whose root is the lowest note wins; without such a reading, the one of the most
-//   common shape (earliest in the list) wins, and between readings of one shape (a symmetric
-//   chord) the root nearest above the lowest note.
+//   A reading of a note set is a chord shape (whole, without its fifth, or rootless) whose
+//   keys, with one of them as the lowest note, are the keys of the set. The voicing does not
+//   matter: every voicing of the same keys above the same lowest note has the same root. A
+//   reading is standard when its shape is on the list of common chord symbols and it sounds
+//   its root. If any reading is standard, only the standard readings compete. Among those
+//   that compete, the one whose root is the lowest note wins; without such a reading, the
+//   one of the most common shape (earliest in the list) wins, and between readings of one
+//   shape (a symmetric chord) the root nearest above the lowest note.
 //
 // So C E G A is C6 but A C E G is Am7, every diminished seventh and augmented triad is named
 // from its lowest note, C D G is Csus2 while D G C is Gsus4 (sus4 before sus2 in the list),
@@ -31,18 +34,22 @@ struct TRootPattern {
   int rootDist = 0;             // the root's key distance above the lowest note
   std::vector<int> noteNrs;     // one voicing that gives the set, lowest note first
   std::string name;             // the winning reading
-  int readingCount = 0;         // how many voicings gave this set
+  int readingCount = 0;         // how many readings the keys have
+  bool close = false;           // every key once, within the octave above the lowest note
+  bool undoubled = false;       // every key once: close, open, drop 2, drop 3, ...
 };
 
 struct TPatternSets {
   std::vector<TRootPattern> training;
+  std::vector<TRootPattern> validation;  // not trained on; picks the epoch
   std::vector<TRootPattern> heldOut;
   int shapeCount = 0;
-  int voicingCount = 0;
+  int noteSetCount = 0;  // distinct keys above a lowest note
 };
 
 // All shapes in all voicings, resolved by the convention above and split deterministically:
-// one note set in five is held out.
+// about one voicing in five is held out and one in ten is kept for validation, never the close
+// voicing of a note set.
 TPatternSets BuildPatternSets();
 
 // The net's training form: inputs as the library fills them, a one-hot target.

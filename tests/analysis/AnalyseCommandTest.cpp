@@ -74,7 +74,7 @@ TEST_F(AnalyseCommand, FunctionsAreToldInTheCenterFound) {
   EXPECT_EQ(RunTool("analyse --functions greek C").status, 2);
 }
 
-TEST_F(AnalyseCommand, TheDemoFindsTheCentersOfTheBundledTune) {
+TEST_F(AnalyseCommand, TheDemoAnalysesTheBundledTuneAndNamesPlayedChords) {
   const TRun run = RunTool("demo");
   EXPECT_EQ(run.status, 0) << run.output;
   // C7 leads to F in bar 11: the tune visits F major before it returns home.
@@ -82,6 +82,8 @@ TEST_F(AnalyseCommand, TheDemoFindsTheCentersOfTheBundledTune) {
   EXPECT_TRUE(Contains(run.output, "36.00    4.00  C7        7     -  V\n")) << run.output;
   EXPECT_TRUE(Contains(run.output, "  Center C Major, from 40.00\n")) << run.output;
   EXPECT_TRUE(Contains(run.output, "2.00    2.00  E7          7     -  D\n")) << run.output;
+  // A rootless-looking G13 voicing: the net hears G, the weight tables do not.
+  EXPECT_TRUE(Contains(run.output, "G2 F3 B3 E4   G7(13)    Emadd ♭9\n")) << run.output;
 }
 
 TEST_F(AnalyseCommand, BadInputIsToldAndBadChordsAreBorne) {

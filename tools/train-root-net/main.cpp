@@ -4,8 +4,8 @@
 //   train-root-net [--seeds N | FIRST..LAST] [--epochs N] [--rate R] [--final-rate R]
 //                  [--momentum M] [--close-weight N] [--undoubled-weight N]
 //                  [--fine-epochs N] [--fine-rate R] [--fine-close-weight N] [--start FILE]
-//                  [--root DIR] [--dry-run] [--misses]
-//   train-root-net --score [--misses]
+//                  [--root DIR] [--dry-run] [--misses] [--broad]
+//   train-root-net --score [--misses] [--broad]
 //
 // The pattern sets come from PatternSets.cpp, whose header states the convention that names
 // ambiguous note sets. The same options give the same table: for each seed, the net's random
@@ -22,7 +22,8 @@
 // afresh, and takes the best net again by the same rule, the one it started from included.
 // --start FILE reads a net in the file form of data/net/ instead of training one from a random
 // start (the main epochs are skipped; --fine-epochs then refines it). --score trains nothing:
-// it prints the figures of the table the library holds.
+// it prints the figures of the table the library holds. --broad trains or scores on every voicing
+// within two octaves with up to two doubled keys instead of those players use.
 
 #include <algorithm>
 #include <cmath>
@@ -65,6 +66,7 @@ struct TOptions {
   std::string root = HARMONY_SOURCE_DIR;
   bool dryRun = false;
   bool misses = false;
+  bool broad = false;  // every voicing, not only those players use
 };
 
 // "N" or "FIRST..LAST".
@@ -108,6 +110,8 @@ TOptions _ParseOptions(int argc, char** argv) {
       options.score = true;
     } else if (arg == "--root" && hasValue) {
       options.root = argv[++i];
+    } else if (arg == "--broad") {
+      options.broad = true;
     } else if (arg == "--misses") {
       options.misses = true;
     } else if (arg == "--dry-run") {
@@ -422,7 +426,8 @@ void _PrintFigures(NeuronalNet& net, const TPatternSets& sets,
 }
 
 int _Run(const TOptions& options) {
-  const TPatternSets sets = BuildPatternSets();
+  const TPatternSets sets =
+      BuildPatternSets(options.broad ? TVoicingSet::kBroad : TVoicingSet::kPlayed);
   std::printf("%d shapes, %d note sets; voicings: %zu training, %zu validation, %zu held out\n",
               sets.shapeCount, sets.noteSetCount, sets.training.size(), sets.validation.size(),
               sets.heldOut.size());

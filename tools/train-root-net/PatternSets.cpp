@@ -255,10 +255,8 @@ TPatternSets BuildPatternSets(TVoicingSet voicingSet) {
     const TReading& winner = _Resolve(readings);
     ++sets.noteSetCount;
     for (std::uint32_t mask : _Voicings(keySet)) {
-      if (voicingSet == TVoicingSet::kPlayed && mask != keySet &&
-          !_IsPlayed(mask, winner.rootDist)) {
-        continue;
-      }
+      const bool played = mask == keySet || _IsPlayed(mask, winner.rootDist);
+      if (voicingSet == TVoicingSet::kPlayed && !played) continue;
       const bool undoubled = (mask & (mask >> 12)) == 0;
       TRootPattern pattern{mask,
                            winner.rootDist,
@@ -266,7 +264,8 @@ TPatternSets BuildPatternSets(TVoicingSet voicingSet) {
                            winner.name,
                            static_cast<int>(readings.size()),
                            mask == keySet,
-                           undoubled};
+                           undoubled,
+                           played};
       const TSplit split = _SplitOf(mask, keySet);
       (split == TSplit::kHeldOut      ? sets.heldOut
        : split == TSplit::kValidation ? sets.validation

@@ -46,6 +46,7 @@ struct TRootPattern {
   int readingCount = 0;         // how many readings the keys have
   bool close = false;           // every key once, within the octave above the lowest note
   bool undoubled = false;       // every key once: close, open, drop 2, drop 3, ...
+  bool played = false;          // a voicing players use (see above)
 };
 
 struct TPatternSets {

@@ -196,6 +196,31 @@ std::vector<std::uint32_t> _Voicings(std::uint32_t keySet) {
   return masks;
 }
 
+// Doubling a third or a seventh, an octave gap between upper voices or a wide gap above a
+// narrow one: the voicings players avoid (see PatternSets.h).
+bool _IsPlayed(std::uint32_t mask, int rootDist) {
+  for (int key = 0; key < 12; ++key) {
+    if (((mask >> key) & (mask >> (key + 12)) & 1u) == 0) continue;
+    const int aboveRoot = FloorMod(key - rootDist);
+    if (aboveRoot == 3 || aboveRoot == 4 || aboveRoot == 10 || aboveRoot == 11) return false;
+  }
+  std::vector<int> gaps;
+  int previous = 0;
+  for (int intvl = 1; intvl < kInputCount; ++intvl) {
+    if (((mask >> intvl) & 1u) == 0) continue;
+    gaps.push_back(intvl - previous);
+    previous = intvl;
+  }
+  for (std::size_t i = 0; i < gaps.size(); ++i) {
+    if (i > 0 && gaps[i] > 12) return false;
+    if (gaps[i] <= 7) continue;
+    for (std::size_t below = 0; below < i; ++below) {
+      if (gaps[below] < gaps[i]) return false;
+    }
+  }
+  return true;
+}
+
 std::vector<int> _NoteNrs(std::uint32_t mask) {
   std::vector<int> noteNrs;
   for (int intvl = 0; intvl < kInputCount; ++intvl) {
@@ -222,7 +247,7 @@ TSplit _SplitOf(std::uint32_t mask, std::uint32_t keySet) {
 
 }  // namespace
 
-TPatternSets BuildPatternSets() {
+TPatternSets BuildPatternSets(TVoicingSet voicingSet) {
   TPatternSets sets;
   const std::vector<TShape> shapes = _Shapes();
   sets.shapeCount = static_cast<int>(shapes.size());
@@ -230,6 +255,8 @@ TPatternSets BuildPatternSets() {
     const TReading& winner = _Resolve(readings);
     ++sets.noteSetCount;
     for (std::uint32_t mask : _Voicings(keySet)) {
+      const bool played = mask == keySet || _IsPlayed(mask, winner.rootDist);
+      if (voicingSet == TVoicingSet::kPlayed && !played) continue;
       const bool undoubled = (mask & (mask >> 12)) == 0;
       TRootPattern pattern{mask,
                            winner.rootDist,
@@ -237,7 +264,8 @@ TPatternSets BuildPatternSets() {
                            winner.name,
                            static_cast<int>(readings.size()),
                            mask == keySet,
-                           undoubled};
+                           undoubled,
+                           played};
       const TSplit split = _SplitOf(mask, keySet);
       (split == TSplit::kHeldOut      ? sets.heldOut
        : split == TSplit::kValidation ? sets.validation

@@ -19,6 +19,16 @@
 // So C E G A is C6 but A C E G is Am7, every diminished seventh and augmented triad is named
 // from its lowest note, C D G is Csus2 while D G C is Gsus4 (sus4 before sus2 in the list),
 // and C Eb G Ab is Ab major seven over C, not C minor with a flat thirteenth.
+//
+// Voicings players use. Of all the ways to lay a note set out in two octaves above its lowest
+// note, only those a player would take are generated (the close voicing always is):
+//   - a doubled key is never the third or the seventh of the named root (a doubled leading
+//     tone or third sounds heavy); the root, the fifth or a tension may be doubled;
+//   - the upper voices (all but the lowest note) lie within an octave of their neighbours;
+//   - wide intervals go at the bottom: a gap wider than a fifth between neighbouring notes
+//     has no narrower gap below it.
+// The broad set (every voicing with at most two doubled keys) stays available for scoring and,
+// weighted towards the played voicings, for training: more voicings teach this small net more.
 
 #include <cstdint>
 #include <string>
@@ -37,6 +47,7 @@ struct TRootPattern {
   int readingCount = 0;         // how many readings the keys have
   bool close = false;           // every key once, within the octave above the lowest note
   bool undoubled = false;       // every key once: close, open, drop 2, drop 3, ...
+  bool played = false;          // a voicing players use (see above)
 };
 
 struct TPatternSets {
@@ -50,7 +61,8 @@ struct TPatternSets {
 // All shapes in all voicings, resolved by the convention above and split deterministically:
 // about one voicing in five is held out and one in ten is kept for validation, never the close
 // voicing of a note set.
-TPatternSets BuildPatternSets();
+enum class TVoicingSet { kPlayed, kBroad };
+TPatternSets BuildPatternSets(TVoicingSet voicingSet = TVoicingSet::kPlayed);
 
 // The net's training form: inputs as the library fills them, a one-hot target.
 training_pattern ToTrainingPattern(const TRootPattern& pattern, double learningRate);

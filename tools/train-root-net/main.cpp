@@ -4,25 +4,27 @@
 //   train-root-net [--seeds N | FIRST..LAST] [--epochs N] [--rate R] [--final-rate R]
 //                  [--momentum M] [--close-weight N] [--undoubled-weight N]
 //                  [--fine-epochs N] [--fine-rate R] [--fine-close-weight N] [--start FILE]
-//                  [--root DIR] [--dry-run] [--misses]
-//   train-root-net --score [--misses]
+//                  [--root DIR] [--dry-run] [--misses] [--broad] [--train-broad N]
+//   train-root-net --score [--misses] [--broad]
 //
 // The pattern sets come from PatternSets.cpp, whose header states the convention that names
 // ambiguous note sets. The same options give the same table: for each seed, the net's random
 // start and the order of the patterns in each epoch come from it. Each epoch trains a close
 // voicing --close-weight times and another voicing without doubled keys --undoubled-weight
 // times. The learning rate falls from --rate to --final-rate. Of all seeds and epochs, the net
-// taken is the one that misnames the fewest close voicings and then the fewest validation
-// voicings; the held-out voicings play no part in the choice. Prints the accuracy of the net
-// and of the table algorithm on the training and the held-out voicings; --misses lists the
-// held-out voicings the net names wrongly.
+// taken is the one that misnames the fewest close voicings, then the fewest validation voicings,
+// then has the least squared error on those; the held-out voicings play no part in the choice.
+// Prints the accuracy of the net and of the table algorithm on the training and the held-out
+// voicings; --misses lists the held-out voicings the net names wrongly.
 //
 // --fine-epochs continues from the taken net for that many epochs at --fine-rate, each epoch
 // over the voicings without doubled keys (close, open, drop 2, ...) and as many others drawn
 // afresh, and takes the best net again by the same rule, the one it started from included.
 // --start FILE reads a net in the file form of data/net/ instead of training one from a random
-// start (the main epochs are skipped; --fine-epochs then refines it). --score trains nothing:
-// it prints the figures of the table the library holds.
+// start (the main epochs are skipped unless --epochs is given; --fine-epochs then refines it).
+// --score trains nothing: it prints the figures of the table the library holds. --broad trains or
+// scores on every voicing within two octaves with up to two doubled keys instead of those players
+// use.
 
 #include <algorithm>
 #include <cmath>
@@ -52,6 +54,7 @@ struct TOptions {
   std::uint32_t firstSeed = 1;
   std::uint32_t lastSeed = 1;
   int epochs = 600;
+  bool epochsGiven = false;  // --start runs main epochs only when asked to
   double rate = 0.01;        // the learning rate of the first epoch
   double finalRate = 0.001;  // of the last; the epochs between fall geometrically
   double momentum = 0.6;
@@ -65,6 +68,8 @@ struct TOptions {
   std::string root = HARMONY_SOURCE_DIR;
   bool dryRun = false;
   bool misses = false;
+  bool broad = false;    // every voicing, not only those players use
+  int playedWeight = 0;  // > 0: train on every voicing, one players use this many times
 };
 
 // "N" or "FIRST..LAST".
@@ -86,6 +91,7 @@ TOptions _ParseOptions(int argc, char** argv) {
       _ParseSeeds(argv[++i], options);
     } else if (arg == "--epochs" && hasValue) {
       options.epochs = std::stoi(argv[++i]);
+      options.epochsGiven = true;
     } else if (arg == "--rate" && hasValue) {
       options.rate = std::stod(argv[++i]);
     } else if (arg == "--final-rate" && hasValue) {
@@ -108,6 +114,10 @@ TOptions _ParseOptions(int argc, char** argv) {
       options.score = true;
     } else if (arg == "--root" && hasValue) {
       options.root = argv[++i];
+    } else if (arg == "--train-broad" && hasValue) {
+      options.playedWeight = std::max(1, std::stoi(argv[++i]));
+    } else if (arg == "--broad") {
+      options.broad = true;
     } else if (arg == "--misses") {
       options.misses = true;
     } else if (arg == "--dry-run") {
@@ -183,15 +193,31 @@ struct TSelection {
 struct TScore {
   std::size_t closeMisses = 0;
   std::size_t validationMisses = 0;
+  double validationError = 0.0;  // breaks ties between nets that miss as many
 };
 
 bool _Better(const TScore& a, const TScore& b) {
   if (a.closeMisses != b.closeMisses) return a.closeMisses < b.closeMisses;
-  return a.validationMisses < b.validationMisses;
+  if (a.validationMisses != b.validationMisses) return a.validationMisses < b.validationMisses;
+  return a.validationError < b.validationError;
+}
+
+// The summed squared distance of the net's outputs from the one-hot targets.
+double _SquaredError(NeuronalNet& net, const std::vector<training_pattern>& patterns) {
+  double sum = 0.0;
+  for (const training_pattern& pattern : patterns) {
+    net.use(pattern.mInputs);
+    const std::vector<double> outputs = net.get_outputs();
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+      sum += (outputs[i] - pattern.mOutputs[i]) * (outputs[i] - pattern.mOutputs[i]);
+    }
+  }
+  return sum;
 }
 
 TScore _Score(NeuronalNet& net, const TSelection& selection) {
-  return {net.batch_verify(selection.close).size(), net.batch_verify(selection.validation).size()};
+  return {net.batch_verify(selection.close).size(), net.batch_verify(selection.validation).size(),
+          _SquaredError(net, selection.validation)};
 }
 
 double _Percent(std::size_t misses, std::size_t count) {
@@ -205,9 +231,10 @@ std::vector<std::size_t> _WeightedOrder(const std::vector<TRootPattern>& pattern
                                         const TOptions& options) {
   std::vector<std::size_t> order;
   for (std::size_t i = 0; i < patterns.size(); ++i) {
-    const int weight = patterns[i].close       ? options.closeWeight
-                       : patterns[i].undoubled ? options.undoubledWeight
-                                               : 1;
+    const int weight = patterns[i].close                                ? options.closeWeight
+                       : patterns[i].played && options.playedWeight > 0 ? options.playedWeight
+                       : patterns[i].undoubled                          ? options.undoubledWeight
+                                                                        : 1;
     order.insert(order.end(), static_cast<std::size_t>(weight), i);
   }
   return order;
@@ -255,12 +282,13 @@ TTrained _Epochs(const char* phase, TTrained start, int epochs, double rate, dou
   return best;
 }
 
-// The main run from a random start; the start and the order of each epoch come from the seed.
-TTrained _Train(std::uint32_t seed, std::vector<training_pattern>& patterns,
-                std::vector<std::size_t> order, const TSelection& selection,
-                const TOptions& options) {
+// The main run from a random start, or from `from` if given; the start and the order of each
+// epoch come from the seed.
+TTrained _Train(std::uint32_t seed, const std::optional<NeuronalNet>& from,
+                std::vector<training_pattern>& patterns, std::vector<std::size_t> order,
+                const TSelection& selection, const TOptions& options) {
   platform::SeedRandom(seed);
-  NeuronalNet net = _NewNet();
+  NeuronalNet net = from ? *from : _NewNet();
   _CheckLayout(net);
   net.set_momentum_amount(options.momentum);
   std::mt19937 generator(seed);
@@ -422,14 +450,21 @@ void _PrintFigures(NeuronalNet& net, const TPatternSets& sets,
 }
 
 int _Run(const TOptions& options) {
-  const TPatternSets sets = BuildPatternSets();
+  const TPatternSets sets =
+      BuildPatternSets(options.broad ? TVoicingSet::kBroad : TVoicingSet::kPlayed);
   std::printf("%d shapes, %d note sets; voicings: %zu training, %zu validation, %zu held out\n",
               sets.shapeCount, sets.noteSetCount, sets.training.size(), sets.validation.size(),
               sets.heldOut.size());
-  std::vector<training_pattern> training = _Training(sets.training, options.rate);
+  const std::vector<training_pattern> training = _Training(sets.training, options.rate);
+  // The voicings trained on: those of the set scored, or with --train-broad every voicing of the
+  // broad training set, whose split by voicing keeps it apart from the validation and held-out
+  // voicings of the narrow set.
+  const std::vector<TRootPattern> trainSet =
+      options.playedWeight > 0 ? BuildPatternSets(TVoicingSet::kBroad).training : sets.training;
+  std::vector<training_pattern> trainPatterns = _Training(trainSet, options.rate);
   const std::vector<training_pattern> validation = _Training(sets.validation, options.rate);
   const std::vector<training_pattern> heldOut = _Training(sets.heldOut, options.rate);
-  std::vector<training_pattern> all = training;
+  std::vector<training_pattern> all = trainPatterns;
   all.insert(all.end(), validation.begin(), validation.end());
   all.insert(all.end(), heldOut.begin(), heldOut.end());
   if (NeuronalNet::check_learn_data_for_duplicates(all)) return 1;
@@ -443,20 +478,22 @@ int _Run(const TOptions& options) {
     return 0;
   }
   std::optional<TTrained> trained;
-  if (!options.start.empty()) {
-    trained = TTrained{_FromFile(options.start), options.firstSeed, -1, 0.0, {}};
+  std::optional<NeuronalNet> from;
+  if (!options.start.empty()) from = _FromFile(options.start);
+  if (from && !options.epochsGiven) {
+    trained = TTrained{*from, options.firstSeed, -1, 0.0, {}};
     trained->net.set_momentum_amount(options.momentum);
     trained->score = _Score(trained->net, selection);
   } else {
-    const std::vector<std::size_t> order = _WeightedOrder(sets.training, options);
+    const std::vector<std::size_t> order = _WeightedOrder(trainSet, options);
     for (std::uint32_t seed = options.firstSeed;; ++seed) {
-      TTrained candidate = _Train(seed, training, order, selection, options);
+      TTrained candidate = _Train(seed, from, trainPatterns, order, selection, options);
       if (!trained || _Better(candidate.score, trained->score)) trained = std::move(candidate);
       if (seed == options.lastSeed) break;
     }
   }
   if (options.fineEpochs > 0) {
-    trained = _FineTune(*trained, sets.training, training, selection, options);
+    trained = _FineTune(*trained, trainSet, trainPatterns, selection, options);
   }
   std::printf("taken: seed %u, epoch %d\n", trained->seed, trained->epoch);
 

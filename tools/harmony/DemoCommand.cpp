@@ -13,6 +13,7 @@
 #include "Command.h"
 #include "GridDiagram.h"
 #include "KeyCommandSupport.h"
+#include "PlayedChordSupport.h"
 #include "ScaleCommandSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordHeavy.h"
@@ -176,28 +177,8 @@ void DemoLeadSheet() {
   PrintAnalysisTree(analyse, letters);
 }
 
-// The chord a player holds, by MIDI note numbers, with its root found by the trained net and
-// by the weight tables. The spelled notes are those of the net's reading.
-CChordHeavy PlayedChord(std::initializer_list<long> noteNrs, int algo) {
-  CMySet<CNote> notes;
-  for (long noteNr : noteNrs) notes.insert(CNote(noteNr, TEnh_n));
-  CChordHeavy chord(CNote::Undef, notes, CIntvlSet::kDefaultWrapIntvl);
-  if (algo == kSingleChordAnalysisAlgoNeuronalNet) chord.SetWrapIntvlToNeuronalNetInputCount();
-  chord.SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(algo);
-  return chord;
-}
-
-std::string SpelledNotes(const CChordHeavy& chord) {
-  CChordNamePrefs prefs = GetCurrentChordNamePrefs();
-  prefs.OctaveNumbering = 1;
-  std::string text;
-  for (const CNote& note : chord.Notes()) {
-    if (note.NoteNr() < 12) continue;  // the bass slot holds the found root
-    text += (text.empty() ? "" : " ") + note.KeyName(prefs) + note.OctName(prefs);
-  }
-  return text;
-}
-
+// Chords a player holds, by MIDI note numbers, with the root found by the trained net and by
+// the weight tables. The spelled notes are those of the net's reading.
 void DemoPlayedChords() {
   Heading("Played notes named: root by the net and by the weight tables");
   KeyTextTable table({"notes", "net", "tables"}, {false, false, false});
@@ -207,9 +188,11 @@ void DemoPlayedChords() {
                                             {43, 53, 59, 64},
                                             {50, 57, 60, 65},
                                             {54, 57, 60, 64}}) {
-    const CChordHeavy net = PlayedChord(notes, kSingleChordAnalysisAlgoNeuronalNet);
-    const CChordHeavy tables = PlayedChord(notes, kSingleChordAnalysisAlgoProbTable);
-    table.AddRow({SpelledNotes(net), net.Name(), tables.Name()});
+    CMySet<CNote> played;
+    for (long noteNr : notes) played.insert(CNote(noteNr, TEnh_n));
+    const CChordHeavy net = ChordOfPlayedNotes(played, true);
+    const CChordHeavy tables = ChordOfPlayedNotes(played, false);
+    table.AddRow({PlayedNotesText(net, false), net.Name(), tables.Name()});
   }
   table.Print(std::cout);
 }

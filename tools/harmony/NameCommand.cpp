@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Command.h"
+#include "PlayedChordSupport.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/ScaleHeavy.h"
@@ -60,28 +61,11 @@ CSignKeyHeavy ReadSignKey(const std::string& text) {
   throw InputError("not a major or minor key: \"" + text + "\"");
 }
 
-// The played notes with octaves; the bass slot (note numbers 0..11), which holds the found
-// root, is named as a key.
-std::string SpelledNotes(const CChordHeavy& chord) {
-  const CChordNamePrefs prefs = NotePrefs();
-  std::string text;
-  for (const CNote& note : chord.Notes()) {
-    if (!text.empty()) text += ' ';
-    text += note.NoteNr() < 12 ? "(" + note.KeyName(prefs) + ")"
-                               : note.KeyName(prefs) + note.OctName(prefs);
-  }
-  return text;
-}
-
 void Run(const TNameOptions& options) {
   CMySet<CNote> notes;
   for (const std::string& text : options.notes) notes.insert(ReadNote(text));
   const CSignKeyHeavy signKey = options.key.empty() ? CSignKeyHeavy() : ReadSignKey(options.key);
-  CChordHeavy chord(CNote::Undef, notes, CIntvlSet::kDefaultWrapIntvl);
-  const bool net = options.algo == "net";
-  if (net) chord.SetWrapIntvlToNeuronalNetInputCount();
-  chord.SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(net ? kSingleChordAnalysisAlgoNeuronalNet
-                                                          : kSingleChordAnalysisAlgoProbTable);
+  const CChordHeavy chord = ChordOfPlayedNotes(notes, options.algo == "net");
   if (options.json) {
     CChordLite lite;
     lite.SetFromChordHeavy(chord);
@@ -90,7 +74,7 @@ void Run(const TNameOptions& options) {
     return;
   }
   std::cout << chord.Name() << '\n';
-  std::cout << "  notes      " << SpelledNotes(chord) << '\n';
+  std::cout << "  notes      " << PlayedNotesText(chord, true) << '\n';
   if (!options.key.empty()) {
     std::cout << "  closeness  " << chord.ClosenessToSignKey(signKey) << " to " << signKey.Name()
               << '\n';
@@ -111,4 +95,24 @@ const CommandRegistration kRegistration{
     }};
 
 }  // namespace
+
+CChordHeavy ChordOfPlayedNotes(const CMySet<CNote>& notes, bool net) {
+  CChordHeavy chord(CNote::Undef, notes, CIntvlSet::kDefaultWrapIntvl);
+  if (net) chord.SetWrapIntvlToNeuronalNetInputCount();
+  chord.SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(net ? kSingleChordAnalysisAlgoNeuronalNet
+                                                          : kSingleChordAnalysisAlgoProbTable);
+  return chord;
+}
+
+std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot) {
+  const CChordNamePrefs prefs = NotePrefs();
+  std::string text;
+  for (const CNote& note : chord.Notes()) {
+    const bool foundRoot = note.NoteNr() < 12;
+    if (foundRoot && !withFoundRoot) continue;
+    if (!text.empty()) text += ' ';
+    text += foundRoot ? "(" + note.KeyName(prefs) + ")" : note.KeyName(prefs) + note.OctName(prefs);
+  }
+  return text;
+}
 }  // namespace harmony::tool

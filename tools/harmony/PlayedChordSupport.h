@@ -1,0 +1,18 @@
+#pragma once
+// Played notes named as a chord: the root found by the trained net or by the weight tables, and
+// the notes spelled by that reading. Shared by name and the demo.
+
+#include <string>
+
+#include "harmony/chords/ChordHeavy.h"
+
+namespace harmony::tool {
+
+// The chord of `notes` with its root found by the net (`net`) or by the weight tables.
+CChordHeavy ChordOfPlayedNotes(const CMySet<CNote>& notes, bool net);
+
+// The notes with their octaves (middle C is C4). The bass slot holds the found root; with
+// `withFoundRoot` it leads in parentheses, as a key without octave.
+std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot);
+
+}  // namespace harmony::tool

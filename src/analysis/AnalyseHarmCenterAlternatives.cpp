@@ -5,15 +5,9 @@
 #include "harmony/analysis/AnalyseHarmCenterAlternatives.h"
 
 #include "HarmAnlsChordPatterns.h"
+#include "harmony/chords/SignKey.h"
 
 namespace harmony {
-
-namespace {
-
-constexpr std::uint64_t kMajorScale = 2741;
-constexpr std::uint64_t kNaturalMinorScale = 1453;
-
-}  // namespace
 
 CAnalyseHarmCenterAlternatives::CAnalyseHarmCenterAlternatives(const CHarmAnlsChords& chords)
     : _Chords(chords), _Progressions(CHarmAnlsProgressions::TonicProgressions()) {
@@ -40,8 +34,9 @@ void CAnalyseHarmCenterAlternatives::_AnalyseSingleChord() {
   using harmanls::TChordPattern;
   const bool minor = ChordPatternMatch(TChordPattern::kMinor).Matches(chord.Semitones) ||
                      ChordPatternMatch(TChordPattern::kDiminished).Matches(chord.Semitones);
-  const CHarmCenterLite center(chord.RootKeyEnh,
-                               CSemitones(minor ? kNaturalMinorScale : kMajorScale));
+  const CHarmCenterLite center(
+      chord.RootKeyEnh,
+      SemitonesFromSignKeyType(minor ? TSignKeyType::Minor : TSignKeyType::Major));
   _Result.emplace_back(1.0, CHarmAnlsCentersInChords{CHarmAnlsCenterInChords(center, 0, 1)});
 }
 

@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "HarmAnlsText.h"
+#include "harmony/chords/SignKey.h"
 
 namespace harmony {
 
@@ -15,21 +16,7 @@ namespace {
 
 using ChordIt = CHarmAnlsChords::const_iterator;
 
-constexpr std::uint64_t kMajorScale = 2741;
-constexpr std::uint64_t kNaturalMinorScale = 1453;
-
 int Mod12(int value) { return ((value % 12) + 12) % 12; }
-
-CSemitones ScaleOfSignKeyType(TSignKeyType type) {
-  switch (type) {
-    case TSignKeyType::Major:
-      return CSemitones(kMajorScale);
-    case TSignKeyType::Minor:
-      return CSemitones(kNaturalMinorScale);
-    default:
-      return CSemitones();
-  }
-}
 
 std::size_t Remaining(ChordIt it, const CHarmAnlsChords& chords) {
   return static_cast<std::size_t>(chords.end() - it);
@@ -103,7 +90,7 @@ CHarmCenterLite CHarmAnlsProgression::HarmCenterCalculatedFromFoundProgressionNt
   const ChordIt chord = it + static_cast<std::ptrdiff_t>(n);
   const std::int32_t rootDist = (*this)[n].RootDistToHarmCenter;
   CHarmCenterLite center(CKeyEnh(Mod12(chord->RootKeyEnh.KeyNr - rootDist), TEnh_n),
-                         ScaleOfSignKeyType(SignKeyType));
+                         SemitonesFromSignKeyType(SignKeyType));
   _SetEnhForHarmCenter(center, it, chords, rootDist, chord);
   return center;
 }

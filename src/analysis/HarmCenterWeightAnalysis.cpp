@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "harmony/chords/ChordHeavy.h"
+#include "harmony/chords/SignKey.h"
 #include "harmony/chords/SignKeyHeavy.h"
 #include "harmony/pitch/Enh.h"
 
@@ -14,8 +15,6 @@ namespace harmony {
 
 namespace {
 
-constexpr std::uint64_t kMajorScale = 2741;
-constexpr std::uint64_t kNaturalMinorScale = 1453;
 constexpr std::uint64_t kMajorTriad = 145;
 constexpr std::uint64_t kMinorTriad = 137;
 // A chord on the key's tonic earns a tenth of its length, once more at the edges of a list.
@@ -143,10 +142,8 @@ void CHarmCenterWeightAnalysis::DetectHarmCentersFromChords(const CHarmAnlsChord
     }
   }
   const CSignKeyLite& key = best->first;
-  const std::uint64_t scale =
-      key.SignKeyType == TSignKeyType::Minor ? kNaturalMinorScale : kMajorScale;
   results.emplace_back(kHarmAnlsUndefDouble, chords.front().Position,
-                       CHarmCenterLite(key.RootKeyEnh, CSemitones(scale)));
+                       CHarmCenterLite(key.RootKeyEnh, SemitonesFromSignKeyType(key.SignKeyType)));
 }
 
 void CHarmCenterWeightAnalysis::WriteTrace(std::ostream& out) const {

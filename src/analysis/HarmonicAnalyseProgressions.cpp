@@ -10,6 +10,7 @@
 #include "harmony/analysis/AnalyseHarmCenterAlternatives.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
 #include "harmony/chords/ScaleLite.h"
+#include "harmony/chords/SignKey.h"
 #include "harmony/pitch/Enh.h"
 
 namespace harmony {
@@ -18,8 +19,6 @@ namespace {
 
 using ChordIt = CHarmAnlsChords::const_iterator;
 
-constexpr std::uint64_t kMajorScale = 2741;
-constexpr std::uint64_t kNaturalMinorScale = 1453;
 constexpr std::array<bool, 12> kBlackKeys = {false, true,  false, true,  false, false,
                                              true,  false, true,  false, true,  false};
 
@@ -27,12 +26,6 @@ int Mod12(int value) { return ((value % 12) + 12) % 12; }
 
 bool Fits(const CHarmAnlsChordWithPos& chord, const CHarmCenterLite& center) {
   return ScaleLite::ChordIsCompatibleWithScale(chord, center);
-}
-
-CSemitones ScaleOfSignKeyType(TSignKeyType type) {
-  if (type == TSignKeyType::Major) return CSemitones(kMajorScale);
-  if (type == TSignKeyType::Minor) return CSemitones(kNaturalMinorScale);
-  return CSemitones();
 }
 
 // A cadence center is spelled as in C major, black keys as flats: its chords are not asked.
@@ -141,7 +134,7 @@ void CHarmonicAnalyse::_FindAndInsertHarmCentersUsingCadenceProgression_ForSignK
     // Judged from the first chord of the cadence, not from the tonic it may lead to.
     const int keyNr = Mod12(i->RootKeyEnh.KeyNr - best->front().RootDistToHarmCenter);
     const CHarmCenterLite found(CKeyEnh(keyNr, CadenceCenterEnh(keyNr)),
-                                ScaleOfSignKeyType(best->SignKeyType));
+                                SemitonesFromSignKeyType(best->SignKeyType));
     center->HarmCenter = found;
     if (IsHarmAnlsUndef(center->Position)) center->Position = i->Position;
     // The end of the match is the greater of the chords' end and the run's end: a cadence

@@ -31,6 +31,8 @@ const TExample kExamples[] = {
     {"modulation.json",
      "Cmaj7 . . . | Dm7 . G7 . | Cmaj7 . . . | F#m7 . B7 . | Emaj7 . . . | Dm7 . G7 . | Cmaj7",
      CHarmonicAnalyse::kAnalyseTonicProgressions},
+    {"turnaround-by-cadences.json", "C . . . | Em7 . A7 . | Dm7 . G7 . | C . . .",
+     CHarmonicAnalyse::kAnalyseCadenceProgressions},
     {"blues-by-weights.json",
      "F7 . . . | Bb7 . . . | F7 . . . | F7 . . . | Bb7 . . . | Bb7 . . . | F7 . . . | "
      "D7 . . . | Gm7 . . . | C7 . . . | F7 . D7 . | Gm7 . C7 . | F7",

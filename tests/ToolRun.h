@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string>
 
+#include "TestPaths.h"
+
 namespace harmony::testing {
 
 struct TRun {

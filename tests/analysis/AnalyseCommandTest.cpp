@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "TestPaths.h"
 #include "harmony/analysis/HarmAnlsSignKey.h"
 
 #include "ToolRun.h"

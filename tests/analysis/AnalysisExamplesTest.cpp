@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string>
 
+#include "TestPaths.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
 

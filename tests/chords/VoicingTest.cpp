@@ -1,6 +1,7 @@
 // Voicing chords as MIDI notes, the comping range, moving voicings toward a target note and
 // pulling played notes onto a chord.
 
+#include "TestPaths.h"
 #include "harmony/chords/Voicing.h"
 
 #include <gtest/gtest.h>

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "../../tools/make-factory-grids/FactoryGrids.h"
+#include "TestPaths.h"
 #include "guitar/GChChordTypeTable.h"
 #include "platform/FileWrapper.h"
 

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "GuitarTestSupport.h"
+#include "TestPaths.h"
 #include "ToolRun.h"
 
 namespace harmony {

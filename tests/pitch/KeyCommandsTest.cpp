@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "TestPaths.h"
 #include "ToolRun.h"
 
 namespace {

@@ -1,3 +1,4 @@
+#include "TestPaths.h"
 #include "harmony/pitch/Semitones.h"
 
 #include <gtest/gtest.h>

@@ -108,12 +108,14 @@ bool VariableLengthMarkovModel::AppendNextFittingSymbol(TMarkovSampledSequence& 
   TMarkovHistory history;
   TMarkovProbabilities probabilities = _EmptyProbabilities();
   for (unsigned long length = limit;; --length) {
+    // The entropy is that of all candidates; the excluded and those that don't fit are then
+    // taken out.
     Subvector(length, sequence.Objects, history);
-    ProbabilitiesForNextSymbol(history, probabilities);
-    const double entropy = CalculateEntropy(probabilities);
-    const double maxEntropy = std::log(static_cast<double>(probabilities.size()));
-    RemoveItemsFromProbabilities(probabilities, excluded);
-    RemoveNonFittingSymbolsFromProbabilities(probabilities, remaining);
+    const TMarkovCounts* counts = _CountsAfter(history);
+    double entropy = 0.0;
+    double maxEntropy = 0.0;
+    _EntropyOfCounts(counts, entropy, maxEntropy);
+    _FittingProbabilities(counts, remaining, excluded, probabilities);
     const bool tooCertain = entropy / (maxEntropy + kEntropyGuard) < options.MinNormalizedEntropy;
     if (length <= options.MinHistory) {
       if (probabilities.empty() || (tooCertain && !options.AcceptLowEntropy)) return false;
@@ -175,16 +177,20 @@ bool VariableLengthMarkovModel::_RecursiveGenerateSequence(TMarkovSampledSequenc
 
   // The fixed object must follow here, after the longest history that knows it.
   TMarkovHistory window;
-  TMarkovProbabilities probabilities = _EmptyProbabilities();
-  TMarkovProbabilities::const_iterator found = probabilities.end();
+  const TMarkovCounts* counts = nullptr;
+  TMarkovCounts::const_iterator found;
   unsigned long length = options.MaxHistory;
   for (;; --length) {
     Subvector(length, sequence.Objects, window);
-    ProbabilitiesForNextSymbol(window, probabilities);
-    found = IsNull(target) ? probabilities.end() : probabilities.find(target);
-    if (found != probabilities.end() || length <= options.EvidenceHistory) break;
+    counts = _CountsAfter(window);
+    if (counts != nullptr && !IsNull(target)) {
+      found = counts->find(target);
+      if (found != counts->end()) break;
+    }
+    counts = nullptr;
+    if (length <= options.EvidenceHistory) break;
   }
-  if (found == probabilities.end()) {
+  if (counts == nullptr) {
     information.AddToBlocklist(position, history);
     return false;
   }
@@ -192,9 +198,11 @@ bool VariableLengthMarkovModel::_RecursiveGenerateSequence(TMarkovSampledSequenc
     CalculateEvidenceProbability(sequence, options);
     return true;
   }
-  const double entropy = CalculateEntropy(probabilities);
-  const double maxEntropy = std::log(static_cast<double>(probabilities.size()));
-  sequence.Append({found->second, entropy / maxEntropy, maxEntropy, length, target});
+  double entropy = 0.0;
+  double maxEntropy = 0.0;
+  _EntropyOfCounts(counts, entropy, maxEntropy);
+  sequence.Append(
+      {_ShareOfTotal(*counts, found->second), entropy / maxEntropy, maxEntropy, length, target});
   if (_RecursiveGenerateSequence(sequence, options, information, depth + 1)) return true;
   sequence.PopBack();
   information.AddToBlocklist(position, history);

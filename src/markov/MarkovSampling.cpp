@@ -29,7 +29,14 @@ void WriteObjectsBrief(std::ostream& out, const TMarkovHistory& objects) {
 }  // namespace
 
 bool CMarkovHistoryLess::operator()(const TMarkovHistory& a, const TMarkovHistory& b) const {
-  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), Symbols);
+  // Histories of a map share long prefixes: the same symbol needs no look at its object.
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    if (a[i] == b[i]) continue;
+    if (Symbols(a[i], b[i])) return true;
+    if (Symbols(b[i], a[i])) return false;
+  }
+  return a.size() < b.size();
 }
 
 bool MarkovSameObjects(const TMarkovHistory& a, const TMarkovHistory& b) {

@@ -154,16 +154,77 @@ void VariableLengthMarkovModel::TransitionFrequenciesForNextSymbol(unsigned long
   if (entry != _TransitionMap.end()) out = entry->second;
 }
 
-void VariableLengthMarkovModel::_ProbabilitiesFromCounts(const TMarkovCounts& counts,
-                                                         TMarkovProbabilities& out) const {
+namespace {
+
+// The share of each count in the total taken as a 32-bit signed number, as the probability
+// maps hold it.
+double ShareOfTotal(std::uint64_t count, std::int32_t total) {
+  return static_cast<double>(count) / static_cast<double>(total);
+}
+
+std::int32_t TotalOf(const TMarkovCounts& counts) {
   std::uint64_t sum = 0;
   for (const auto& [symbol, count] : counts) sum += count;
-  // The total is taken as a 32-bit signed number, start symbols included.
-  const auto total = static_cast<std::int32_t>(sum);
+  return static_cast<std::int32_t>(sum);
+}
+
+}  // namespace
+
+void VariableLengthMarkovModel::_ProbabilitiesFromCounts(const TMarkovCounts& counts,
+                                                         TMarkovProbabilities& out) const {
+  const std::int32_t total = TotalOf(counts);
   for (const auto& [symbol, count] : counts) {
     // A symbol outside the alphabet (a damaged file) can't be chosen either.
     if (IsNull(symbol) || symbol->IsStart()) continue;
-    out.emplace(symbol, static_cast<double>(count) / static_cast<double>(total));
+    // The counts come in the map's own order, so each entry goes in at the end.
+    out.emplace_hint(out.end(), symbol, ShareOfTotal(count, total));
+  }
+}
+
+double VariableLengthMarkovModel::_ShareOfTotal(const TMarkovCounts& counts, std::uint64_t count) {
+  return ShareOfTotal(count, TotalOf(counts));
+}
+
+const TMarkovCounts* VariableLengthMarkovModel::_CountsAfter(const TMarkovHistory& history) const {
+  const auto entry = _TransitionMap.find(history);
+  return entry == _TransitionMap.end() ? nullptr : &entry->second;
+}
+
+void VariableLengthMarkovModel::_EntropyOfCounts(const TMarkovCounts* counts, double& entropy,
+                                                 double& maxEntropy) const {
+  // The same sums in the same order as CalculateEntropy over the probability map.
+  double sum = 0.0;
+  std::size_t size = 0;
+  const std::int32_t total = counts != nullptr ? TotalOf(*counts) : 0;
+  if (counts != nullptr) {
+    for (const auto& [symbol, count] : *counts) {
+      if (IsNull(symbol) || symbol->IsStart()) continue;
+      sum += ShareOfTotal(count, total);
+      ++size;
+    }
+  }
+  entropy = 0.0;
+  if (counts != nullptr) {
+    for (const auto& [symbol, count] : *counts) {
+      if (IsNull(symbol) || symbol->IsStart()) continue;
+      const double p = ShareOfTotal(count, total) / sum;
+      entropy -= p * std::log(p);
+    }
+  }
+  maxEntropy = std::log(static_cast<double>(size));
+}
+
+void VariableLengthMarkovModel::_FittingProbabilities(const TMarkovCounts* counts, double remaining,
+                                                      const TMarkovSymbolSet& excluded,
+                                                      TMarkovProbabilities& out) const {
+  out = _EmptyProbabilities();
+  if (counts == nullptr) return;
+  const std::int32_t total = TotalOf(*counts);
+  for (const auto& [symbol, count] : *counts) {
+    if (IsNull(symbol) || symbol->IsStart() || symbol->IsEnd()) continue;
+    if (symbol->IsChord() && symbol->Length() > remaining) continue;
+    if (excluded.count(symbol) != 0) continue;
+    out.emplace_hint(out.end(), symbol, ShareOfTotal(count, total));
   }
 }
 

@@ -217,6 +217,17 @@ class VariableLengthMarkovModel : public TraceFamily<VariableLengthMarkovModel> 
   void _PushHistory(TMarkovSymbol symbol);
   // Fresh probabilities from a count map.
   void _ProbabilitiesFromCounts(const TMarkovCounts& counts, TMarkovProbabilities& out) const;
+  // A count as a probability of its map: its share of the total of all counts.
+  static double _ShareOfTotal(const TMarkovCounts& counts, std::uint64_t count);
+  // The counts after a history, or nullptr for a history never heard.
+  const TMarkovCounts* _CountsAfter(const TMarkovHistory& history) const;
+  // What CalculateEntropy and ln(size) give for the probabilities of `counts`, without
+  // building them.
+  void _EntropyOfCounts(const TMarkovCounts* counts, double& entropy, double& maxEntropy) const;
+  // The probabilities of `counts` without the excluded symbols and those that don't fit
+  // `remaining` beats: the map the fitting step works on, built in one pass.
+  void _FittingProbabilities(const TMarkovCounts* counts, double remaining,
+                             const TMarkovSymbolSet& excluded, TMarkovProbabilities& out) const;
   // The log weight a window adds for the object that follows it.
   double _EvidenceOfWindow(const TMarkovHistory& window, TMarkovSymbol next) const;
   bool _RecursiveGenerateSequence(TMarkovSampledSequence& sequence,

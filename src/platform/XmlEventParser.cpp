@@ -226,6 +226,14 @@ bool XmlEventParser::parse() {
                  false);
     return false;
   }
+  // libxml2 2.9 crashes on a document that starts like UCS-4 little-endian without a mark;
+  // no MusicXML is written that way, so it is refused before the parser sees it.
+  if (_bytes.substr(0, 4) == std::string_view("<\0\0\0", 4)) {
+    _ReportError({XML_ERR_UNSUPPORTED_ENCODING, "XMLParser",
+                  "encoding not supported UCS4 little-endian", 1, 1},
+                 false);
+    return false;
+  }
   xmlParserCtxtPtr context =
       xmlCreateMemoryParserCtxt(_bytes.data(), static_cast<int>(_bytes.size()));
   if (context == nullptr) {

@@ -124,6 +124,13 @@ TEST(XmlEventParser, ReportsTheFirstErrorWithItsPlaceAndStops) {
   EXPECT_FALSE(empty.parse());
   EXPECT_EQ(empty.parserError()->description, "Document is empty");
 
+  // UCS-4 without a byte-order mark: big-endian is read, little-endian (which libxml2 cannot
+  // take) refused.
+  XmlEventParser bigEndian(std::string_view("\0\0\0<\0\0\0a\0\0\0/\0\0\0>", 16));
+  EXPECT_TRUE(bigEndian.parse());
+  XmlEventParser littleEndian(std::string_view("<\0\0\0a\0\0\0/\0\0\0>\0\0\0", 16));
+  EXPECT_FALSE(littleEndian.parse());
+
   // Bytes that are no XML at all, and a parser that runs only once.
   XmlEventParser binary(std::string_view("\x00\x01\x02PK", 5));
   EXPECT_FALSE(binary.parse());

@@ -203,6 +203,8 @@ TEST(DialogChordHarmonyKnowHow, OptionPressSetsItsSemitoneAndNothingOutsideTheMa
 TEST(DialogChordHarmonyKnowHow, WorksThroughTheInterface) {
   const DialogChordHarmonyKnowHowInterface& host = kKnowHow;
   EXPECT_EQ(host.DialogChordTypesFor(Chord(137), kNoScale).size(), 8u);
+  EXPECT_EQ(host.DialogChordTypesFor(Chord(73), kNoScale)[3],
+            TDialogButton(kDialogChordType_Dim, kDialogButtonStatus_On, kDialogButtonTitle_Normal));
   EXPECT_EQ(host.DialogChordOptionsFor(Chord(137), kNoScale).size(), 12u);
   EXPECT_EQ(host.DialogChordOptionsFor(Chord(137), kNoScale)[1].TraceString(),
             "TDialogButton: 2 disabled, title 1");

@@ -74,7 +74,9 @@ struct TDialogButton : public TraceFamily<TDialogButton> {
 
   bool IsEnabled() const { return Status != kDialogButtonStatus_Disabled; }
   bool IsOn() const { return Status == kDialogButtonStatus_On; }
-  friend bool operator==(const TDialogButton&, const TDialogButton&) = default;
+  friend bool operator==(const TDialogButton& a, const TDialogButton& b) {
+    return a.Value == b.Value && a.Status == b.Status && a.TitleID == b.TitleID;
+  }
 
   // "TDialogButton: 2 on, title 1"
   void WriteTrace(std::ostream& out) const;

@@ -112,6 +112,9 @@ TEST(HarmAnlsChordForMetro, VectorReadBack) {
   EXPECT_EQ(ReadVector(VectorWith({9, 16, 35})).ChordLite(),
             CChordLite(kFSharp, CSemitones(137), CKeyEnh(1, TEnh_s)));
   EXPECT_EQ(ReadVector(VectorWith({6})).RootKeyEnh, CKeyEnh(3, TEnh_b));
+  // A chord on C or E with every tone but the root reads back as a special value.
+  EXPECT_TRUE(ReadVector(Metro(kC, 4094).GetChordVectorRepresentation()).IsWildcard());
+  EXPECT_TRUE(ReadVector(Metro(kE, 4094, kA).GetChordVectorRepresentation()).IsEADGBE());
   // Index 0 wins over everything after it; the special values take no bass.
   const TMetro g = Metro(CKeyEnh(7, TEnh_n), 145, kD);
   EXPECT_EQ(ReadVector(VectorWith({0, 3, 15}), g).ChordLite(), CChordLite());

@@ -95,6 +95,9 @@ std::vector<float> CHarmAnlsChordForMetro::GetChordVectorRepresentation() const 
   return vector;
 }
 
+// The first set element decides, in this order: undefined, EADGBE, wildcard; else the first
+// root (none: nothing changes), the first triad (none: the old tones stay) with every option
+// added, and the first bass (none: the old bass stays).
 void CHarmAnlsChordForMetro::SetFromChordVectorRepresentation(const std::vector<float>& vector) {
   if (vector.size() != kVectorSize) return;
   if (!std::all_of(vector.begin(), vector.end(), [](float x) { return x == 0.0f || x == kSet; })) {

@@ -15,6 +15,8 @@
 // The chord's flag byte chooses its JSON: false writes the keys and the mask, true the vector.
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <type_traits>

@@ -28,6 +28,20 @@ std::string_view View(const xmlChar* begin, const xmlChar* end) {
                           static_cast<std::size_t>(end - begin));
 }
 
+// libxml2 2.9 crashes on some documents that start like UCS-4 (four bytes per character,
+// told by where the NULs around the first "<" stand). No MusicXML is written that way, so
+// such input is refused before the parser sees it.
+bool StartsLikeUcs4(std::string_view bytes) {
+  static constexpr std::string_view kStarts[] = {
+      std::string_view("\0\0\0<", 4),      std::string_view("<\0\0\0", 4),
+      std::string_view("\0\0<\0", 4),      std::string_view("\0<\0\0", 4),
+      std::string_view("\0\0\xFE\xFF", 4), std::string_view("\xFF\xFE\0\0", 4)};
+  for (const std::string_view start : kStarts) {
+    if (bytes.substr(0, 4) == start) return true;
+  }
+  return false;
+}
+
 void InitLibxmlOnce() {
   static std::once_flag once;
   std::call_once(once, [] { xmlInitParser(); });
@@ -226,11 +240,8 @@ bool XmlEventParser::parse() {
                  false);
     return false;
   }
-  // libxml2 2.9 crashes on a document that starts like UCS-4 little-endian without a mark;
-  // no MusicXML is written that way, so it is refused before the parser sees it.
-  if (_bytes.substr(0, 4) == std::string_view("<\0\0\0", 4)) {
-    _ReportError({XML_ERR_UNSUPPORTED_ENCODING, "XMLParser",
-                  "encoding not supported UCS4 little-endian", 1, 1},
+  if (StartsLikeUcs4(_bytes)) {
+    _ReportError({XML_ERR_UNSUPPORTED_ENCODING, "XMLParser", "encoding not supported: UCS-4", 1, 1},
                  false);
     return false;
   }

@@ -124,12 +124,13 @@ TEST(XmlEventParser, ReportsTheFirstErrorWithItsPlaceAndStops) {
   EXPECT_FALSE(empty.parse());
   EXPECT_EQ(empty.parserError()->description, "Document is empty");
 
-  // UCS-4 without a byte-order mark: big-endian is read, little-endian (which libxml2 cannot
-  // take) refused.
-  XmlEventParser bigEndian(std::string_view("\0\0\0<\0\0\0a\0\0\0/\0\0\0>", 16));
-  EXPECT_TRUE(bigEndian.parse());
-  XmlEventParser littleEndian(std::string_view("<\0\0\0a\0\0\0/\0\0\0>\0\0\0", 16));
-  EXPECT_FALSE(littleEndian.parse());
+  // UCS-4, on which libxml2 may crash, is refused in either byte order.
+  for (const std::string_view ucs4 : {std::string_view("\0\0\0<\0\0\0a\0\0\0/\0\0\0>", 16),
+                                      std::string_view("<\0\0\0a\0\0\0/\0\0\0>\0\0\0", 16)}) {
+    XmlEventParser wide(ucs4);
+    EXPECT_FALSE(wide.parse());
+    EXPECT_EQ(wide.parserError()->description, "encoding not supported: UCS-4");
+  }
 
   // Bytes that are no XML at all, and a parser that runs only once.
   XmlEventParser binary(std::string_view("\x00\x01\x02PK", 5));

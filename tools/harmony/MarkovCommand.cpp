@@ -40,7 +40,7 @@ struct MarkovOptions {
   std::string text;
   std::string file;
   std::string key = "C";
-  std::string method = "cadence";
+  std::string method = "weights";
   std::uint64_t history = 3;
   int bars = 0;
   std::uint64_t samples = 20;
@@ -68,7 +68,7 @@ CHarmonicAnalyse::TAnalyse Method(const MarkovOptions& options) {
   for (const TMethodName& method : kMethods) {
     if (options.method == method.name) return method.analyse;
   }
-  return CHarmonicAnalyse::kAnalyseCadenceProgressions;
+  return CHarmonicAnalyse::kAnalyseCenterWeights;
 }
 
 CChordNamePrefs Prefs(const MarkovOptions& options) {
@@ -412,8 +412,8 @@ void AddSeedOption(CLI::App* cmd, MarkovOptions& options) {
 
 void AddMethodOption(CLI::App* cmd, MarkovOptions& options) {
   cmd->add_option("--method", options.method,
-                  "How the analysis finds the harmonic centers (default cadence, which leaves no "
-                  "chord outside a center)")
+                  "How the analysis finds the harmonic centers (default weights: the key whose "
+                  "scale the chords fit, which leaves no chord outside a center)")
       ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
 }
 

@@ -17,7 +17,7 @@ struct THoldoutSettings {
   std::uint64_t History = 3;
   // The files whose index counted from 0, plus one, is a multiple of this are held out.
   int Every = 10;
-  CHarmonicAnalyse::TAnalyse Method = CHarmonicAnalyse::kAnalyseCadenceProgressions;
+  CHarmonicAnalyse::TAnalyse Method = CHarmonicAnalyse::kAnalyseCenterWeights;
   // Seeds the shuffles.
   std::uint32_t Seed = 1;
   bool Json = false;

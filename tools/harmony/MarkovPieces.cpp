@@ -1,6 +1,8 @@
 #include "MarkovPieces.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -10,6 +12,8 @@
 
 #include "Command.h"
 #include "HarteChordList.h"
+#include "MarkovSupport.h"
+#include "MusicXmlInput.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/markov/MarkovHarmChords.h"
 
@@ -19,14 +23,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-bool IsMusicXml(const fs::path& file) {
-  const std::string extension = file.extension().string();
-  return extension == ".mxl" || extension == ".xml" || extension == ".musicxml";
-}
-
 bool IsChordFile(const fs::path& file) {
+  static const std::array<const char*, 5> kExtensions{".txt", ".chords", ".musicxml", ".xml",
+                                                      ".mxl"};
   const std::string extension = file.extension().string();
-  return extension == ".txt" || extension == ".chords";
+  return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
 }
 
 std::string FirstWord(const std::string& text) {
@@ -89,15 +90,55 @@ std::vector<double> PositionsOf(const CHarmAnlsChords& chords,
   return positions;
 }
 
-TAnalysedPiece AnalyseChords(const CHarmAnlsChords& chords, CHarmonicAnalyse::TAnalyse method) {
+TAnalysedPiece AnalysedPiece(const CHarmAnlsChords& chords, const CHarmonicAnalyse& analyse) {
   TAnalysedPiece piece;
-  if (chords.empty()) return piece;
-  CHarmonicAnalyse analyse;
-  analyse.AnalyseFromChords(chords, {}, method);
   HarmChordsWithLengthFromAnalysis(chords, analyse, piece.Chords);
   piece.Positions = PositionsOf(chords, piece.Chords);
   piece.Centers = CentersOfChords(analyse, chords, piece.Positions);
   return piece;
+}
+
+TAnalysedPiece AnalyseChords(const CHarmAnlsChords& chords, CHarmonicAnalyse::TAnalyse method) {
+  if (chords.empty()) return {};
+  CHarmonicAnalyse analyse;
+  analyse.AnalyseFromChords(chords, {}, method);
+  return AnalysedPiece(chords, analyse);
+}
+
+// A lead sheet's chords on the nearest whole beat (quarter note), as the chord lists and the
+// annotations place theirs: a chord played a fraction of a beat early or late is heard on the
+// beat, and of chords that land on the same beat the last one stays (the analysis drops a
+// chord that takes no time). Without this, the few chords of a quarter or half beat would
+// let the search fill the last beats of a progression with runs of fragments.
+void PlaceOnWholeBeats(TMusicXMLDoc& doc) {
+  for (TMusicXMLHarmony& harmony : doc.Harmonies) {
+    const double start = std::round(harmony.Position);
+    const double end = std::round(harmony.Position + harmony.Length);
+    harmony.Position = start;
+    harmony.Length = std::max(0.0, end - start);
+  }
+}
+
+// The chord symbols of a lead sheet as a chord list, to show what is read; the analysis
+// reads the document itself, with its keys and exact positions.
+std::string LeadSheetChordList(const TMusicXMLDoc& doc) {
+  CHarmonicAnalyse analyse;
+  analyse.AnalyseFromMusicXMLDoc(doc, CHarmonicAnalyse::kAnalyseNone);
+  CHarmAnlsChords chords = analyse.InputChords();
+  if (chords.empty()) return {};
+  // The closing chord stands in the tree only.
+  double end = chords.back().Position;
+  for (const CHarmAnlsSignKey& signKey : analyse.HarmSignKeys()) {
+    for (const CHarmAnlsCenter& center : signKey.HarmCenters) {
+      for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
+        if (chord.IsUndef()) end = std::max(end, chord.Position);
+      }
+    }
+  }
+  chords.emplace_back(CHarmAnlsChord_Undef, end);
+  CChordNamePrefs prefs;
+  prefs.AsciiAccidentals = 1;
+  return ChordListText(chords, prefs, "N.C.") + "\n";
 }
 
 // Chords with their positions named; the distances are the key numbers, so the center is C.
@@ -140,30 +181,36 @@ std::vector<fs::path> MarkovInputFiles(const std::vector<std::string>& arguments
 }
 
 TMarkovPiece ReadMarkovPiece(const fs::path& file) {
-  if (IsMusicXml(file)) {
-    throw InputError("\"" + file.string() +
-                     "\" is MusicXML, which this build of harmony can't read for chords yet");
-  }
-  std::error_code error;
-  std::ifstream stream(file, std::ios::binary);
-  if (!fs::is_regular_file(file, error) || !stream) {
-    throw InputError("cannot read \"" + file.string() + "\"");
-  }
-  std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-  if (stream.bad()) throw InputError("cannot read \"" + file.string() + "\"");
-  TMarkovPiece piece{file.string(), TMarkovPieceKind::kChordList, std::move(text)};
-  if (LooksLikeHarteAnnotation(piece.Text)) {
+  std::string bytes = ReadInputBytes(file.string());
+  TMarkovPiece piece{file.string(), TMarkovPieceKind::kChordList, {}, {}};
+  if (LooksLikeMusicXml(bytes)) {
+    piece.Kind = TMarkovPieceKind::kMusicXml;
+    piece.Doc = ImportMusicXmlHarmonies(piece.Source, std::move(bytes));
+    PlaceOnWholeBeats(piece.Doc);
+    piece.Text = LeadSheetChordList(piece.Doc);
+  } else if (LooksLikeHarteAnnotation(bytes)) {
     piece.Kind = TMarkovPieceKind::kAnnotation;
-    piece.Text = HarteAnnotationToChordList(piece.Text);
-  } else if (FirstWord(piece.Text).starts_with("(")) {
-    piece.Kind = TMarkovPieceKind::kPositioned;
+    piece.Text = HarteAnnotationToChordList(bytes);
+  } else {
+    piece.Kind = FirstWord(bytes).starts_with("(") ? TMarkovPieceKind::kPositioned
+                                                   : TMarkovPieceKind::kChordList;
+    piece.Text = std::move(bytes);
   }
   return piece;
 }
 
 TAnalysedPiece AnalysePiece(const TMarkovPiece& piece, CHarmonicAnalyse::TAnalyse method) {
-  if (piece.Kind == TMarkovPieceKind::kPositioned) return PositionedPiece(piece.Text);
-  return AnalyseChordList(piece.Text, method);
+  switch (piece.Kind) {
+    case TMarkovPieceKind::kPositioned:
+      return PositionedPiece(piece.Text);
+    case TMarkovPieceKind::kMusicXml: {
+      CHarmonicAnalyse analyse;
+      analyse.AnalyseFromMusicXMLDoc(piece.Doc, method);
+      return AnalysedPiece(analyse.InputChords(), analyse);
+    }
+    default:
+      return AnalyseChordList(piece.Text, method);
+  }
 }
 
 TAnalysedPiece AnalyseChordList(const std::string& text, CHarmonicAnalyse::TAnalyse method) {

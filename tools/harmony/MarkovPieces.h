@@ -11,6 +11,7 @@
 #include "harmony/analysis/HarmonicAnalyse.h"
 #include "harmony/chords/HarmCenter.h"
 #include "harmony/markov/MarkovObject.h"
+#include "harmony/musicxml/MusicXMLDoc.h"
 
 namespace harmony::tool {
 
@@ -18,21 +19,26 @@ enum class TMarkovPieceKind {
   kChordList,   // the chord-list grammar of `harmony analyse`
   kPositioned,  // "(0.0,C);(4.0,G7);(8.0,U)": distances counted from C, not analysed
   kAnnotation,  // a Billboard annotation in Harte's syntax, read as a chord list
+  kMusicXml,    // the chord symbols of a MusicXML lead sheet, plain or compressed
 };
 
 struct TMarkovPiece {
   std::string Source;
   TMarkovPieceKind Kind = TMarkovPieceKind::kChordList;
-  // The chord list (an annotation already converted) or the positioned string.
+  // The chord list (an annotation already converted, a lead sheet's chords rounded to
+  // beats) or the positioned string.
   std::string Text;
+  // The harmony import of a lead sheet, which is what is analysed.
+  TMusicXMLDoc Doc;
 };
 
 // The files named, and the files of named folders (searched through, in name order) that end
-// in ".txt" or ".chords". A path that doesn't exist is an InputError.
+// in ".txt", ".chords", ".musicxml", ".xml" or ".mxl". A path that doesn't exist is an
+// InputError.
 std::vector<std::filesystem::path> MarkovInputFiles(const std::vector<std::string>& arguments);
 
-// The piece of one file, its kind told by its content. Unreadable files and MusicXML, which
-// this build doesn't import, are InputErrors.
+// The piece of one file, its kind told by its content. A file that can't be read, or MusicXML
+// that is no well-formed XML, is an InputError.
 TMarkovPiece ReadMarkovPiece(const std::filesystem::path& file);
 
 // A piece after the analysis: its chords by lengths with their distances, where each starts,

@@ -17,7 +17,6 @@ namespace {
 // A sample that misses the required length sinks below the acceptance bound.
 constexpr double kMisfitPenalty = 750.0;
 constexpr double kAcceptedLogWeight = -700.0;
-constexpr std::uint64_t kMaxTries = 9999999;
 // Every step adds a positive length, so a sane search never goes this deep; the bound only
 // keeps a damaged model (objects without length) from exhausting the stack.
 constexpr unsigned kMaxSearchDepth = 2048;
@@ -76,8 +75,9 @@ void VariableLengthMarkovModel::GenerateSequenceWithFixedLength(
     const std::size_t before = sequence.size();
     Subvector(historyLength, sequence.Objects, history);
     AppendNextSymbol(sequence, history, options);
-    // Where the model knows no continuation the sequence stops growing.
-    if (sequence.size() == before) break;
+    // Where the model knows no continuation the sequence stops growing; an object without
+    // length (only a damaged model holds one) would keep the walk where it is.
+    if (sequence.size() == before || !(sequence.Objects.back()->Length() > 0.0)) break;
     generated = MarkovTruncatedBeats(generated + sequence.Objects.back()->Length());
   }
   if (generated != total && !sequence.empty()) sequence.LogWeight -= kMisfitPenalty;
@@ -251,7 +251,7 @@ void VariableLengthMarkovModel::SampleSequenceWithLength(
   Subvector(options.MaxHistory, {}, startHistory);
 
   std::uint64_t tries = 0;
-  for (; _LastSamplingRun.Accepted < options.SampleCount && tries < kMaxTries; ++tries) {
+  for (; _LastSamplingRun.Accepted < options.SampleCount && tries < options.MaxTries; ++tries) {
     TMarkovSampledSequence sequence;
     if (recursive) {
       const std::uint64_t start = platform::MonotonicTicks();

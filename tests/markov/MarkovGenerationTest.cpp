@@ -201,6 +201,16 @@ TEST(MarkovGeneration, AWalkThatMissesTheLengthIsRejected) {
   EXPECT_EQ(ObjectsOf(sequence.Objects), (std::vector<CMarkovObject>{I(), IV()}));
   EXPECT_EQ(sequence.LogWeight, 0.0);
 
+  // Sampling such walks rejects every one; the run ends after its tries with nothing.
+  TMarkovGenerateOptions sixBeats = Options(model, {CMarkovObject::Gap(6.0)});
+  sixBeats.MaxTries = 500;
+  TMarkovSampledSequence result;
+  std::vector<TMarkovSampledSequence> all;
+  model.SampleSequenceWithLength(result, all, false, sixBeats);
+  EXPECT_TRUE(result.empty());
+  EXPECT_EQ(model.LastSamplingRun().Tries, 500u);
+  EXPECT_EQ(model.LastSamplingRun().Accepted, 0u);
+
   // A sequence of one repeated chord takes the factor for all-equal sequences.
   TMarkovGenerateOptions options = Options(model, {CMarkovObject::Gap(4.0)});
   options.AllEqualFactor = 0.5;

@@ -44,6 +44,7 @@ struct MarkovOptions {
   std::uint64_t history = 3;
   int bars = 0;
   std::uint64_t samples = 20;
+  double variety = 0.0;
   std::uint32_t seed = 0;
   int every = 10;
   bool seeded = false;
@@ -170,7 +171,7 @@ void RunGenerate(const MarkovOptions& options) {
   const CHarmCenterLite center = CenterOfKey(options.key, prefs);
   std::unique_ptr<VariableLengthMarkovModel> model = LoadMarkovModel(options.model);
   Seed(options);
-  TMarkovGenerateOptions generate = ToolGenerateOptions(*model, options.samples);
+  TMarkovGenerateOptions generate = ToolGenerateOptions(*model, options.samples, options.variety);
   model->IteratorSequenceForObjects({CMarkovObject::Gap(4.0 * options.bars)}, generate.Objects);
   TMarkovSampledSequence result;
   std::vector<TMarkovSampledSequence> candidates;
@@ -294,7 +295,7 @@ const CHarmCenterLite& CenterAt(const TAnalysedPiece& piece, double position) {
 void FillBySearch(VariableLengthMarkovModel& model, const TAnalysedPiece& piece,
                   const TMarkovHistory& symbols, const MarkovOptions& options) {
   const CChordNamePrefs prefs = Prefs(options);
-  TMarkovGenerateOptions search = ToolGenerateOptions(model, options.samples);
+  TMarkovGenerateOptions search = ToolGenerateOptions(model, options.samples, options.variety);
   search.Objects = symbols;
   // A fixed chord may follow what the model heard after the last chord alone.
   search.EvidenceHistory = 1;
@@ -405,6 +406,16 @@ void AddModelOptions(CLI::App* cmd, MarkovOptions& options) {
   cmd->add_option("--model", options.model, "Model file (default: the bundled model)");
 }
 
+void AddSearchOptions(CLI::App* cmd, MarkovOptions& options) {
+  cmd->add_option("--samples", options.samples,
+                  "Candidates drawn before one is chosen by weight (default 20)")
+      ->check(CLI::Range(1, 10000));
+  cmd->add_option("--variety", options.variety,
+                  "0..1: how uncertain a history must be to be kept; above 0 the generator "
+                  "leaves near-certain histories for shorter ones (default 0)")
+      ->check(CLI::Range(0.0, 1.0));
+}
+
 void AddSeedOption(CLI::App* cmd, MarkovOptions& options) {
   cmd->add_option("--seed", options.seed, "Seed of the random source: a seed repeats a result")
       ->each([&options](const std::string&) { options.seeded = true; });
@@ -458,10 +469,7 @@ const CommandRegistration kRegistration{
           ->check(CLI::Range(1, 256));
       generate->add_option("--key", options->key,
                            "Key of the progression (default C), e.g. Eb, F#m");
-      generate
-          ->add_option("--samples", options->samples,
-                       "Candidates drawn before one is chosen by weight (default 20)")
-          ->check(CLI::Range(1, 10000));
+      AddSearchOptions(generate, *options);
       AddModelOptions(generate, *options);
       AddSeedOption(generate, *options);
       generate->add_flag("--json", options->json, "Print the result as JSON");
@@ -475,9 +483,7 @@ const CommandRegistration kRegistration{
       fill->add_flag("--one", options->one,
                      "One chord for each gap, proposed by the chords before it, instead of "
                      "chords that take the gap's beats and lead into the chord after it");
-      fill->add_option("--samples", options->samples,
-                       "Candidates drawn before one is chosen by weight (default 20)")
-          ->check(CLI::Range(1, 10000));
+      AddSearchOptions(fill, *options);
       AddModelOptions(fill, *options);
       AddSeedOption(fill, *options);
       AddMethodOption(fill, *options);

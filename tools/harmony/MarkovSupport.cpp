@@ -16,10 +16,11 @@ constexpr int kBeatsPerBar = 4;
 constexpr int kBarsPerLine = 4;
 // Histories above this are no model this tool made; they would only cost memory.
 constexpr std::uint64_t kLongestUsableHistory = 16;
-// A continuation whose entropy stays below this share of its maximum counts as too
-// certain: the generator then looks at a shorter history, which varies the result.
-constexpr double kMinNormalizedEntropy = 0.1;
 constexpr double kAllEqualFactor = 0.01;
+// Tries per wanted sample before a run gives up: a search either succeeds or fails for
+// good at once, but a long chord list of fixed chords may rate below the acceptance bound
+// in every try.
+constexpr std::uint64_t kTriesPerSample = 50;
 
 std::string DefaultModelPath() {
   for (const std::filesystem::path& folder : platform::ResourceFolders()) {
@@ -50,16 +51,17 @@ std::unique_ptr<VariableLengthMarkovModel> LoadMarkovModel(const std::string& pa
 }
 
 TMarkovGenerateOptions ToolGenerateOptions(const VariableLengthMarkovModel& model,
-                                           std::uint64_t samples) {
+                                           std::uint64_t samples, double variety) {
   TMarkovGenerateOptions options;
   options.MaxHistory = model.MaxHistoryLength();
   options.MinHistory = 1;
   options.EvidenceHistory = std::max<std::uint64_t>(1, model.MaxHistoryLength() - 1);
   options.AcceptLowEntropy = true;
   options.StopBackOffAtExactFit = true;
-  options.MinNormalizedEntropy = kMinNormalizedEntropy;
+  options.MinNormalizedEntropy = variety;
   options.AllEqualFactor = kAllEqualFactor;
   options.SampleCount = samples;
+  options.MaxTries = kTriesPerSample * samples;
   return options;
 }
 
@@ -98,7 +100,7 @@ std::string ChordListText(const CHarmAnlsChords& chords, const CChordNamePrefs& 
 TMarkovRating RateMarkovObjects(VariableLengthMarkovModel& model,
                                 const std::vector<CMarkovObject>& objects) {
   TMarkovRating rating;
-  TMarkovGenerateOptions options = ToolGenerateOptions(model, 1);
+  TMarkovGenerateOptions options = ToolGenerateOptions(model, 1, 0.0);
   model.IteratorSequenceForObjects(objects, options.Objects);
   TMarkovSampledSequence sequence;
   TMarkovHistory before;

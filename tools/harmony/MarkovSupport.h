@@ -22,11 +22,12 @@ inline constexpr const char* kDefaultMarkovModel = "markov/default-model.json";
 std::unique_ptr<VariableLengthMarkovModel> LoadMarkovModel(const std::string& path);
 
 // The settings the tool generates and rates with: the model's longest history backing off to
-// one, evidence over windows one shorter than the longest history, a history whose
-// continuation is nearly certain left for a shorter one, sequences of one repeated chord
-// made rare.
+// one, evidence over windows one shorter than the longest history, sequences of one repeated
+// chord made rare. `variety` is the share of the largest entropy below which a history counts
+// as too certain and the generator looks at a shorter one: 0 keeps every history that knows
+// a continuation, so that the result follows the corpus closely.
 TMarkovGenerateOptions ToolGenerateOptions(const VariableLengthMarkovModel& model,
-                                           std::uint64_t samples);
+                                           std::uint64_t samples, double variety);
 
 // A chord's name as a single token of a chord list (no blanks); `undefined` for a chord
 // without root.

@@ -53,6 +53,10 @@ struct TMarkovGenerateOptions : public TraceFamily<TMarkovGenerateOptions> {
   double AllEqualFactor = 1.0;
   // How many accepted samples to draw.
   std::uint64_t SampleCount = 1;
+  // How many tries a sampling run may take before it gives up. A long template whose every
+  // chord is fixed can collect evidence below the acceptance bound in every try; a caller
+  // that can't wait for the full count of tries sets fewer.
+  std::uint64_t MaxTries = 9999999;
 
   // The sum of the template's lengths in beats.
   double TotalLength() const { return MarkovLengthInBeats(Objects); }

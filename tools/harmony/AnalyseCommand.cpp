@@ -10,6 +10,7 @@
 #include <sstream>
 #include <string>
 
+#include "AnalyseInput.h"
 #include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
@@ -30,25 +31,6 @@ struct AnalyseOptions {
   bool json = false;
   bool ascii = false;
 };
-
-struct TMethodName {
-  const char* name;
-  CHarmonicAnalyse::TAnalyse analyse;
-};
-
-constexpr std::array<TMethodName, 4> kMethods{{
-    {"none", CHarmonicAnalyse::kAnalyseNone},
-    {"tonic", CHarmonicAnalyse::kAnalyseTonicProgressions},
-    {"cadence", CHarmonicAnalyse::kAnalyseCadenceProgressions},
-    {"weights", CHarmonicAnalyse::kAnalyseCenterWeights},
-}};
-
-CHarmonicAnalyse::TAnalyse MethodFromName(const std::string& name) {
-  for (const TMethodName& method : kMethods) {
-    if (name == method.name) return method.analyse;
-  }
-  return CHarmonicAnalyse::kAnalyseNone;
-}
 
 std::string PositionText(double position) {
   if (IsHarmAnlsUndef(position)) return "-";
@@ -132,15 +114,6 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
   }
 }
 
-CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
-  if (text.empty()) return {};
-  const CSignKeyLite signKey(text, prefs);
-  if (signKey.IsUndef()) {
-    throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. G, Em)");
-  }
-  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, signKey)};
-}
-
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
@@ -153,7 +126,7 @@ void RunAnalyse(const AnalyseOptions& options) {
   }
   CHarmonicAnalyse analyse;
   analyse.AnalyseFromChordString(text, GivenSignKeys(options.key, prefs),
-                                 MethodFromName(options.method), TChordStringParse());
+                                 AnalyseMethodFromName(options.method), TChordStringParse());
   if (options.json) {
     analyse.AppendJSONString(std::cout);
     std::cout << '\n';

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <string>
 
+#include "AnalyseInput.h"
 #include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
@@ -32,25 +33,6 @@ struct AnalyseOptions {
   bool ascii = false;
   bool repeats = false;
 };
-
-struct TMethodName {
-  const char* name;
-  CHarmonicAnalyse::TAnalyse analyse;
-};
-
-constexpr std::array<TMethodName, 4> kMethods{{
-    {"none", CHarmonicAnalyse::kAnalyseNone},
-    {"tonic", CHarmonicAnalyse::kAnalyseTonicProgressions},
-    {"cadence", CHarmonicAnalyse::kAnalyseCadenceProgressions},
-    {"weights", CHarmonicAnalyse::kAnalyseCenterWeights},
-}};
-
-CHarmonicAnalyse::TAnalyse MethodFromName(const std::string& name) {
-  for (const TMethodName& method : kMethods) {
-    if (name == method.name) return method.analyse;
-  }
-  return CHarmonicAnalyse::kAnalyseNone;
-}
 
 std::string PositionText(double position) {
   if (IsHarmAnlsUndef(position)) return "-";
@@ -134,15 +116,6 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
   }
 }
 
-CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
-  if (text.empty()) return {};
-  const CSignKeyLite signKey(text, prefs);
-  if (signKey.IsUndef()) {
-    throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. G, Em)");
-  }
-  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, signKey)};
-}
-
 // The passages that come again, each pointing back to its first occurrence.
 void PrintCopies(const CHarmCopies& copies) {
   std::cout << (copies.empty() ? "No repeated passages\n" : "Repeated passages\n");
@@ -172,7 +145,7 @@ void FillFromFile(CHarmonicAnalyse& analyse, const AnalyseOptions& options,
                   const CHarmAnlsSignKeys& givenKeys) {
   const std::string label = options.file == "-" ? "standard input" : options.file;
   std::string bytes = ReadInputBytes(options.file);
-  const CHarmonicAnalyse::TAnalyse method = MethodFromName(options.method);
+  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
   if (!LooksLikeMusicXml(bytes)) {
     analyse.AnalyseFromChordString(bytes, givenKeys, method, TChordStringParse());
     return;
@@ -195,7 +168,7 @@ void RunAnalyse(const AnalyseOptions& options) {
   if (!options.file.empty()) {
     FillFromFile(analyse, options, givenKeys);
   } else {
-    analyse.AnalyseFromChordString(options.text, givenKeys, MethodFromName(options.method),
+    analyse.AnalyseFromChordString(options.text, givenKeys, AnalyseMethodFromName(options.method),
                                    TChordStringParse());
   }
   CHarmCopies copies;

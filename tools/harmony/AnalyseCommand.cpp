@@ -140,36 +140,22 @@ void PrintCopiesJson(const CHarmCopies& copies) {
   std::cout << "]}\n";
 }
 
-// A MusicXML file (plain or compressed) or a chord-string file, told apart by content.
-void FillFromFile(CHarmonicAnalyse& analyse, const AnalyseOptions& options,
-                  const CHarmAnlsSignKeys& givenKeys) {
-  const std::string label = options.file == "-" ? "standard input" : options.file;
-  std::string bytes = ReadInputBytes(options.file);
-  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
-  if (!LooksLikeMusicXml(bytes)) {
-    analyse.AnalyseFromChordString(bytes, givenKeys, method, TChordStringParse());
-    return;
-  }
-  TMusicXMLDoc doc = ImportMusicXmlHarmonies(label, std::move(bytes));
-  // A key given on the command line stands for the whole piece instead of the file's keys.
-  if (!givenKeys.empty()) {
-    doc.HarmSignKeys.clear();
-    analyse.FillManually_AppendSignKey(givenKeys.front());
-  }
-  analyse.AnalyseFromMusicXMLDoc(doc, method);
-}
-
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
   const CHarmAnlsSignKeys givenKeys = GivenSignKeys(options.key, prefs);
+  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
   CHarmonicAnalyse analyse;
   if (!options.file.empty()) {
-    FillFromFile(analyse, options, givenKeys);
+    TChordsFile file = ReadChordsFile(options.file);
+    if (file.musicXml) {
+      AnalyseMusicXml(analyse, std::move(*file.musicXml), givenKeys, method);
+    } else {
+      analyse.AnalyseFromChordString(file.chordList, givenKeys, method, TChordStringParse());
+    }
   } else {
-    analyse.AnalyseFromChordString(options.text, givenKeys, AnalyseMethodFromName(options.method),
-                                   TChordStringParse());
+    analyse.AnalyseFromChordString(options.text, givenKeys, method, TChordStringParse());
   }
   CHarmCopies copies;
   if (options.repeats) analyse.FindHarmCopies(copies);

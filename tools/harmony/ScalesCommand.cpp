@@ -18,6 +18,7 @@
 
 #include "AnalyseInput.h"
 #include "Command.h"
+#include "MusicXmlInput.h"
 #include "ScaleLetterSpelling.h"
 #include "ScalesSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
@@ -72,13 +73,6 @@ std::vector<std::string> UnreadableSymbols(const std::string& text,
     }
   }
   return unreadable;
-}
-
-std::string ChordListText(const ScalesOptions& options) {
-  if (options.file.empty()) return options.text;
-  const std::optional<std::string> content = ReadChordStringFile(options.file);
-  if (!content) throw InputError("cannot read the chord-string file \"" + options.file + "\"");
-  return *content;
 }
 
 void CheckSymbols(const std::string& text, const TChordStringParse& parse) {
@@ -161,12 +155,24 @@ void PrintJson(const std::vector<TChordSuggestions>& entries, const CChordNamePr
 void RunScales(const ScalesOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
-  const std::string text = ChordListText(options);
-  CheckSymbols(text, TChordStringParse());
-  std::vector<TChordSuggestions> entries = SuggestScalesForChordList(
-      text, GivenSignKeys(options.key, prefs), AnalyseMethodFromName(options.method),
-      {options.blues, options.debug},
-      options.atGiven ? std::optional<int>(options.at) : std::nullopt);
+  const CHarmAnlsSignKeys givenKeys = GivenSignKeys(options.key, prefs);
+  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
+  TChordsFile file;
+  if (options.file.empty()) {
+    file.chordList = options.text;
+  } else {
+    file = ReadChordsFile(options.file);
+  }
+  CHarmonicAnalyse analyse;
+  if (file.musicXml) {
+    AnalyseMusicXml(analyse, std::move(*file.musicXml), givenKeys, method);
+  } else {
+    CheckSymbols(file.chordList, TChordStringParse());
+    analyse.AnalyseFromChordString(file.chordList, givenKeys, method, TChordStringParse());
+  }
+  std::vector<TChordSuggestions> entries =
+      SuggestScalesForAnalysis(analyse, {options.blues, options.debug},
+                               options.atGiven ? std::optional<int>(options.at) : std::nullopt);
   if (options.top > 0) KeepFirstScales(entries, options.top);
   if (options.json) {
     PrintJson(entries, prefs, options.debug);
@@ -182,8 +188,10 @@ const CommandRegistration kRegistration{
           "scales", "Suggest scales for each chord of a chord list, in the key it is analysed in");
       CLI::Option* text = cmd->add_option(
           "TEXT", options->text, "Chord list, e.g. \"Dm7 G7 | Cmaj7 . . .\" (or use --file)");
-      CLI::Option* file =
-          cmd->add_option("--file", options->file, "Read the chord list from a chord-string file");
+      CLI::Option* file = cmd->add_option(
+          "--file", options->file,
+          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
+          "- for standard input");
       text->excludes(file);
       CLI::Option* at =
           cmd->add_option("--at", options->at, "Show only chord N of the list (counted from 1)");
@@ -223,13 +231,21 @@ std::vector<TChordSuggestions> SuggestScalesForChordList(const std::string& text
                                                          std::optional<int> at) {
   CHarmonicAnalyse analyse;
   analyse.AnalyseFromChordString(text, signKeys, method, TChordStringParse());
+  return SuggestScalesForAnalysis(analyse, options, at);
+}
+
+std::vector<TChordSuggestions> SuggestScalesForAnalysis(const CHarmonicAnalyse& analyse,
+                                                        const TScaleSuggestionOptions& options,
+                                                        std::optional<int> at) {
   const CHarmAnlsChords& input = analyse.InputChords();
   const std::vector<CHarmCenterLite> centers = HarmCenterOfEachInputChord(analyse);
   const std::vector<CChordLite> chords(input.begin(), input.end());
   const std::vector<CScaleLite> scales(centers.begin(), centers.end());
   const std::vector<CScaleAlternativesContext> contexts =
       ScaleSuggestions::ContextsForChords(chords, scales);
-  const int count = input.empty() ? 0 : static_cast<int>(input.size()) - 1;
+  // A chord list ends in a chord without root that closes it; a MusicXML import does not.
+  const int count =
+      static_cast<int>(input.size()) - (!input.empty() && input.back().IsUndef() ? 1 : 0);
   if (count == 0) throw InputError("the chord list holds no chord symbol");
   if (at && (*at < 1 || *at > count)) {
     throw InputError("--at " + std::to_string(*at) + " is not a chord of the list: it has " +

@@ -25,9 +25,13 @@ struct TChordSuggestions {
   TScaleSuggestions suggestions;
 };
 
-// Analyses the list (under the sign keys given, if any) and suggests scales for each of its
-// chords (the chord that closes the list is left out), or for chord `at` alone. InputError for
-// a list without chords and for `at` outside the list.
+// Suggests scales for each chord an analysis holds (a closing chord without root is left
+// out), or for chord `at` alone. InputError for an analysis without chords and for `at` outside
+// them.
+std::vector<TChordSuggestions> SuggestScalesForAnalysis(const CHarmonicAnalyse& analyse,
+                                                        const TScaleSuggestionOptions& options,
+                                                        std::optional<int> at);
+// The same for a chord list, analysed under the sign keys given, if any.
 std::vector<TChordSuggestions> SuggestScalesForChordList(const std::string& text,
                                                          const CHarmAnlsSignKeys& signKeys,
                                                          CHarmonicAnalyse::TAnalyse method,

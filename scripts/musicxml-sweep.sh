@@ -24,7 +24,7 @@ run_one() {  # prints "ok", "refused PATH: message" or "crashed STATUS PATH"
   status=$?
   case $status in
     0) echo "ok" ;;
-    1) echo "refused $3: ${output:0:200}" ;;
+    1) output=${output//$'\n'/ }; echo "refused $3: ${output:0:200}" ;;
     *) echo "crashed $status $3" ;;
   esac
 }

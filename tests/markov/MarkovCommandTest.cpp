@@ -188,6 +188,28 @@ TEST_F(MarkovCommand, TheBundledModelGeneratesSixteenBars) {
   for (std::string word; words >> word;) named += word != "|" && word != "." ? 1 : 0;
   EXPECT_EQ(chords.size(), named + 1);
   EXPECT_EQ(chords.back().Position, 64.0);
+
+  // The demo draws with one seed in three keys: the same chords, each a transposition.
+  const TRun demo = RunTool("demo");
+  ASSERT_EQ(demo.status, 0) << demo.output;
+  std::smatch found;
+  const std::string output = demo.output;
+  ASSERT_TRUE(std::regex_search(output, found,
+                                std::regex("C   seed 1: ([^\n]*)\nEb  seed 1: ([^\n]*)\n"
+                                           "F#  seed 1: ([^\n]*)\n")))
+      << demo.output;
+  const CHarmAnlsChords inC = ParseStringIntoHarmAnlsChords::ParseIntoChords(found[1], {});
+  ASSERT_EQ(Beats(found[1]), 16);
+  for (const auto& [match, semitones] : {std::pair{2, 3}, std::pair{3, 6}}) {
+    const CHarmAnlsChords moved = ParseStringIntoHarmAnlsChords::ParseIntoChords(found[match], {});
+    ASSERT_EQ(moved.size(), inC.size()) << found[match];
+    for (std::size_t i = 0; i + 1 < inC.size(); ++i) {
+      EXPECT_EQ(moved[i].Position, inC[i].Position) << found[match];
+      EXPECT_EQ(moved[i].Semitones, inC[i].Semitones) << found[match];
+      EXPECT_EQ(moved[i].RootKeyEnh.KeyNr, (inC[i].RootKeyEnh.KeyNr + semitones) % 12)
+          << found[match];
+    }
+  }
 }
 
 TEST_F(MarkovCommand, EveryChordOfTheBillboardCorpusIsWrittenAsASymbolTheParserReads) {

@@ -171,18 +171,14 @@ void RunGenerate(const MarkovOptions& options) {
   const CHarmCenterLite center = CenterOfKey(options.key, prefs);
   std::unique_ptr<VariableLengthMarkovModel> model = LoadMarkovModel(options.model);
   Seed(options);
-  TMarkovGenerateOptions generate = ToolGenerateOptions(*model, options.samples, options.variety);
-  model->IteratorSequenceForObjects({CMarkovObject::Gap(4.0 * options.bars)}, generate.Objects);
-  TMarkovSampledSequence result;
-  std::vector<TMarkovSampledSequence> candidates;
-  model->SampleSequenceWithLength(result, candidates, true, generate);
-  if (result.empty()) {
+  const TMarkovBars generated =
+      GenerateMarkovBars(*model, options.bars, center, options.samples, options.variety);
+  if (generated.Chords.empty()) {
     throw InputError("the model found no progression of exactly " + std::to_string(options.bars) +
                      " bars that ends as its pieces end");
   }
-  std::vector<CMarkovObject> objects;
-  for (const TMarkovSymbol& symbol : result.Objects) objects.push_back(*symbol);
-  const CHarmAnlsChords chords = HarmChordsForMarkovObjects(objects, center);
+  const TMarkovSampledSequence& result = generated.Sequence;
+  const CHarmAnlsChords& chords = generated.Chords;
   const std::string list = ChordListText(chords, prefs, "N.C.");
   if (options.json) {
     std::cout << json{{"key", center.NameLong(prefs)},
@@ -192,7 +188,7 @@ void RunGenerate(const MarkovOptions& options) {
                       {"chords", ChordsJson(chords, prefs)},
                       {"log_weight", result.LogWeight},
                       {"drawn", result.Count},
-                      {"candidates", candidates.size()},
+                      {"candidates", generated.Candidates},
                       {"tries", model->LastSamplingRun().Tries}}
                      .dump(2)
               << '\n';

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "Command.h"
+#include "harmony/markov/MarkovHarmChords.h"
 #include "platform/Log.h"
 #include "platform/UserFolders.h"
 
@@ -63,6 +64,22 @@ TMarkovGenerateOptions ToolGenerateOptions(const VariableLengthMarkovModel& mode
   options.SampleCount = samples;
   options.MaxTries = kTriesPerSample * samples;
   return options;
+}
+
+TMarkovBars GenerateMarkovBars(VariableLengthMarkovModel& model, int bars,
+                               const CHarmCenterLite& center, std::uint64_t samples,
+                               double variety) {
+  TMarkovGenerateOptions options = ToolGenerateOptions(model, samples, variety);
+  model.IteratorSequenceForObjects({CMarkovObject::Gap(kBeatsPerBar * bars)}, options.Objects);
+  TMarkovBars generated;
+  std::vector<TMarkovSampledSequence> candidates;
+  model.SampleSequenceWithLength(generated.Sequence, candidates, true, options);
+  generated.Candidates = candidates.size();
+  if (generated.Sequence.empty()) return generated;
+  std::vector<CMarkovObject> objects;
+  for (const TMarkovSymbol& symbol : generated.Sequence.Objects) objects.push_back(*symbol);
+  generated.Chords = HarmChordsForMarkovObjects(objects, center);
+  return generated;
 }
 
 std::string ChordToken(const CHarmAnlsChord& chord, const CChordNamePrefs& prefs,

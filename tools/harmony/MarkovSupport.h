@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "harmony/analysis/HarmAnlsChord.h"
+#include "harmony/chords/HarmCenter.h"
 #include "harmony/markov/VariableLengthMarkovModel.h"
 #include "harmony/pitch/ChordNamePrefs.h"
 
@@ -28,6 +29,18 @@ std::unique_ptr<VariableLengthMarkovModel> LoadMarkovModel(const std::string& pa
 // a continuation, so that the result follows the corpus closely.
 TMarkovGenerateOptions ToolGenerateOptions(const VariableLengthMarkovModel& model,
                                            std::uint64_t samples, double variety);
+
+// A progression of `bars` bars of four beats drawn from the model with the search that hits
+// the length exactly and ends as the learned pieces end, placed in the key of `center`. The
+// random source is the caller's to seed. No chords when the model found none.
+struct TMarkovBars {
+  TMarkovSampledSequence Sequence;
+  std::size_t Candidates = 0;
+  CHarmAnlsChords Chords;
+};
+TMarkovBars GenerateMarkovBars(VariableLengthMarkovModel& model, int bars,
+                               const CHarmCenterLite& center, std::uint64_t samples,
+                               double variety);
 
 // A chord's name as a single token of a chord list (no blanks); `undefined` for a chord
 // without root.

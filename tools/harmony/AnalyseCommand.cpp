@@ -14,6 +14,7 @@
 #include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
+#include "KeyEstimateSupport.h"
 #include "MusicXmlInput.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
@@ -144,7 +145,8 @@ void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
-  const CHarmAnlsSignKeys givenKeys = GivenSignKeys(options.key, prefs);
+  const bool estimateKey = options.key == "auto";
+  const CHarmAnlsSignKeys givenKeys = GivenSignKeys(estimateKey ? "" : options.key, prefs);
   const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
   CHarmonicAnalyse analyse;
   if (!options.file.empty()) {
@@ -157,6 +159,7 @@ void RunAnalyse(const AnalyseOptions& options) {
   } else {
     analyse.AnalyseFromChordString(options.text, givenKeys, method, TChordStringParse());
   }
+  if (estimateKey) ReanalyseFromEstimatedKey(analyse, method);
   CHarmCopies copies;
   if (options.repeats) analyse.FindHarmCopies(copies);
   if (options.json) {
@@ -187,7 +190,10 @@ const CommandRegistration kRegistration{
                       "Name each chord's function as a roman numeral or by function letters "
                       "(default roman)")
           ->check(CLI::IsMember({"roman", "letters"}));
-      cmd->add_option("--key", options->key, "Sign key of the piece, e.g. G, Em, \"Bb minor\"");
+      cmd->add_option(
+          "--key", options->key,
+          "Sign key of the piece, e.g. G, Em, \"Bb minor\", or auto for the key the chords "
+          "suggest (see key-of)");
       cmd->add_flag("--json", options->json, "Print the analysis result as the library writes it");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->add_flag("--repeats", options->repeats,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace harmony {
 
@@ -201,10 +202,16 @@ CSignKeyLite CHarmKeyEstimator::BestKey(const CHarmAnlsChords& chords) const {
 }
 
 CSignKeyLite HarmKeyFromNumber(int key) {
-  CSignKeyLite signKey(CKeyEnh(Wrap12(key), TEnh_n),
-                       key >= 12 ? TSignKeyType::Minor : TSignKeyType::Major);
-  signKey.SetRootNoteEnhWithLeastSigns();
-  return signKey;
+  static const std::array<CSignKeyLite, kHarmKeyCount> kKeys = [] {
+    std::array<CSignKeyLite, kHarmKeyCount> keys;
+    for (int number = 0; number < kHarmKeyCount; ++number) {
+      keys[number] = CSignKeyLite(CKeyEnh(number % 12, TEnh_n),
+                                  number >= 12 ? TSignKeyType::Minor : TSignKeyType::Major);
+      keys[number].SetRootNoteEnhWithLeastSigns();
+    }
+    return keys;
+  }();
+  return kKeys[((key % kHarmKeyCount) + kHarmKeyCount) % kHarmKeyCount];
 }
 
 int HarmKeyNumber(const CSignKeyLite& key) {

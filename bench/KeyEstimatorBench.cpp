@@ -40,10 +40,13 @@ BENCHMARK(BM_RankKeysOf64Bars);
 void BM_RankKeysFromEvidence(benchmark::State& state) {
   const THarmKeyEvidence evidence = CHarmKeyEstimator::Gather(Tune(64));
   const CHarmKeyEstimator estimator;
+  const long before = bench::AllocationCount();
   for (auto _ : state) {
     const THarmKeyRanking ranking = estimator.Rank(evidence);
     benchmark::DoNotOptimize(ranking.data());
   }
+  state.counters["allocs"] = static_cast<double>(bench::AllocationCount() - before) /
+                             static_cast<double>(state.iterations());
 }
 BENCHMARK(BM_RankKeysFromEvidence);
 

@@ -189,9 +189,10 @@ THarmKeyRanking CHarmKeyEstimator::Rank(const THarmKeyEvidence& evidence) const 
   for (int key = 0; key < kHarmKeyCount; ++key) {
     ranking[key] = {HarmKeyFromNumber(key), Score(Features(evidence, key))};
   }
-  std::stable_sort(
-      ranking.begin(), ranking.end(),
-      [](const THarmKeyScore& a, const THarmKeyScore& b) { return a.Score > b.Score; });
+  // Equal scores keep the order of the key numbers; std::sort needs no buffer.
+  std::sort(ranking.begin(), ranking.end(), [](const THarmKeyScore& a, const THarmKeyScore& b) {
+    return a.Score > b.Score || (a.Score == b.Score && HarmKeyNumber(a.Key) < HarmKeyNumber(b.Key));
+  });
   return ranking;
 }
 

@@ -160,6 +160,15 @@ TEST_F(KeyOfCommand, PrintsTheBestKeysAndSections) {
   } else {
     const auto song = RunTool("key-of --json --file '" + billboard + "'");
     EXPECT_TRUE(Contains(song.output, "{\"key\":\"C Major\"")) << song.output;
+    // A compressed MusicXML lead sheet whose chords (F Bb F C7 ... Gm C7 F) are in F major
+    // while its key signature says C major.
+    const std::string sheet = std::string(HARMONY_TESTDATA_DIR) +
+                              "/musicxml/leadsheets/dataset/A._Emmett_Adams-Douglas_Furber/"
+                              "The_Bells_of_St._Mary's/The_Bells_of_St._Mary's.mxl";
+    const auto lead = RunTool("key-of --json --file \"" + sheet + "\"");
+    EXPECT_TRUE(Contains(lead.output, "{\"key\":\"F Major\"")) << lead.output;
+    const auto analysed = RunTool("analyse --key auto --file \"" + sheet + "\"");
+    EXPECT_TRUE(Contains(analysed.output, "Sign key F Major")) << analysed.output;
   }
 
   const auto analyse = RunTool("analyse --key auto 'Am . . . | Dm . E7 . | Am'");

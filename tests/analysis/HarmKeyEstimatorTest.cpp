@@ -110,8 +110,18 @@ TEST(HarmKeyEstimator, FollowsAModulationUpAThird) {
   // The change lies at bar 13 (position 48); the windows place it within two bars of it.
   EXPECT_NEAR(sections[1].Position, 48.0, 8.0);
 
-  // A tune in one key stays one section however long it is.
+  // A tune in one key stays one section however long it is, and so does one whose secondary
+  // dominants (A7 to Dm) lean towards the key of ii for two bars.
   EXPECT_EQ(CHarmKeyEstimator().Sections(Chords(inC + " | " + inC)).size(), 1u);
+  const std::string leaning = inC + " | Am . . . | A7 . . . | Dm . . . | G7 . . . | " + inC;
+  EXPECT_EQ(CHarmKeyEstimator().Sections(Chords(leaning)).size(), 1u);
+  // Four bars that settle in E (I-V-I-V) do make a section, and the tune comes back to C.
+  const std::string excursion = inC + " | E . . . | B7 . . . | E . . . | B7 . . . | " + inC;
+  const auto back = CHarmKeyEstimator().Sections(Chords(excursion));
+  ASSERT_EQ(back.size(), 3u);
+  EXPECT_EQ(back[1].Key.NameShort(), "E");
+  EXPECT_EQ(back[2].Key.NameShort(), "C");
+  EXPECT_LT(back[1].Position, back[2].Position);
 }
 
 TEST(HarmKeyEstimator, StartsTheAnalyserFromTheEstimatedKey) {

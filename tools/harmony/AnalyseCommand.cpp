@@ -22,12 +22,12 @@ namespace harmony::tool {
 namespace {
 
 struct AnalyseOptions {
-  std::string text;
+  std::vector<std::string> text;
   std::string file;
   std::string method = "tonic";
   std::string key;
   std::string functions = "roman";
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
   bool ascii = false;
 };
 
@@ -91,18 +91,24 @@ std::optional<CSignKeyHeavy> CenterKey(const CHarmAnlsCenter& center) {
 std::string FunctionText(const CHarmAnlsChord& chord, const std::optional<CSignKeyHeavy>& key,
                          const CChordNamePrefs& prefs) {
   if (!key || chord.IsUndef()) return "-";
-  return chord.HarmFuncNameIn(*key, prefs);
+  return FunctionDisplayName(chord.HarmFuncNameIn(*key, prefs));
 }
 
 // A chord lasts until the next chord of the piece; the closing chord marks the end. Readings
 // may leave chords out of every center or show the same chords twice, so lengths come from
 // the chords as they were read.
-std::string LengthText(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
+std::optional<double> Length(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
   const auto next = std::upper_bound(input.begin(), input.end(), chord.Position,
                                      [](double position, const CHarmAnlsChordWithPos& other) {
                                        return position < other.Position;
                                      });
-  return next == input.end() ? "" : PositionText(next->Position - chord.Position);
+  if (next == input.end()) return std::nullopt;
+  return next->Position - chord.Position;
+}
+
+std::string LengthText(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
+  const std::optional<double> length = Length(input, chord);
+  return length ? PositionText(*length) : "";
 }
 
 void PrintCenter(const CHarmAnlsCenter& center, const CHarmAnlsChords& input,
@@ -132,33 +138,83 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
   }
 }
 
+Json PositionJson(double position) { return IsHarmAnlsUndef(position) ? Json() : Json(position); }
+Json DistJson(int dist) { return dist < 0 ? Json() : Json(dist); }
+
+Json CenterJson(const CHarmAnlsCenter& center, const CHarmAnlsChords& input,
+                const CChordNamePrefs& prefs) {
+  const std::optional<CSignKeyHeavy> key = CenterKey(center);
+  Json chords = Json::Array();
+  for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
+    const std::optional<double> length = Length(input, chord);
+    const std::string function = FunctionText(chord, key, prefs);
+    chords.Push(
+        Json::Object()
+            .Add("position", PositionJson(chord.Position))
+            .Add("length", length ? Json(*length) : Json())
+            .Add("chord", ChordJson(chord, prefs))
+            .Add("rootDist", DistJson(chord.RootDistToHarmCenter))
+            .Add("bassDist", DistJson(chord.BassDistToHarmCenter))
+            .Add("function", function == "-" || function == "undef" ? Json() : Json(function)));
+  }
+  Json harmCenter;
+  if (!center.IsUndef()) {
+    harmCenter = Json::Object()
+                     .Add("name", center.HarmCenter.NameLong(prefs))
+                     .Add("root", KeyJson(center.HarmCenter.RootKeyEnh, prefs))
+                     .Add("scale", SemitonesJson(center.HarmCenter.Semitones));
+  }
+  return Json::Object()
+      .Add("center", std::move(harmCenter))
+      .Add("position", PositionJson(center.Position))
+      .Add("probability", PositionJson(center.Probability))
+      .Add("chords", std::move(chords));
+}
+
+// The analysis tree in strict JSON, with the names and functions the text shows.
+Json AnalysisJson(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
+  Json signKeys = Json::Array();
+  for (const CHarmAnlsSignKey& signKey : analyse.HarmSignKeys()) {
+    Json centers = Json::Array();
+    for (const CHarmAnlsCenter& center : signKey.HarmCenters) {
+      centers.Push(CenterJson(center, analyse.InputChords(), prefs));
+    }
+    signKeys.Push(Json::Object()
+                      .Add("signKey", SignKeyJson(signKey.SignKey, prefs))
+                      .Add("position", PositionJson(signKey.Position))
+                      .Add("probability", PositionJson(signKey.Probability))
+                      .Add("centers", std::move(centers)));
+  }
+  return Json::Object().Add("signKeys", std::move(signKeys));
+}
+
 CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
   if (text.empty()) return {};
-  const CSignKeyLite signKey(text, prefs);
-  if (signKey.IsUndef()) {
-    throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. G, Em)");
-  }
-  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, signKey)};
+  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, ReadSignKey(text, prefs))};
+}
+
+// The chord list: the words given (a progression may come as several arguments), standard
+// input for "-", or the file of --file.
+std::string ChordListText(const AnalyseOptions& options) {
+  if (!options.file.empty()) return ReadInputText(options.file);
+  if (options.text.size() == 1 && options.text[0] == "-") return ReadInputText("-");
+  std::string text;
+  for (const std::string& word : options.text) text += (text.empty() ? "" : " ") + word;
+  return text;
 }
 
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
-  std::string text = options.text;
-  if (!options.file.empty()) {
-    const std::optional<std::string> content = ReadChordStringFile(options.file);
-    if (!content) throw InputError("cannot read the chord-string file \"" + options.file + "\"");
-    text = *content;
-  }
+  const std::string text = ChordListText(options);
+  const TChordStringParse parse;
+  CheckChordList(text, parse.ChordPrefs, parse.NamePrefs);
   CHarmonicAnalyse analyse;
   analyse.AnalyseFromChordString(text, GivenSignKeys(options.key, prefs),
-                                 MethodFromName(options.method), TChordStringParse());
-  if (options.json) {
-    analyse.AppendJSONString(std::cout);
-    std::cout << '\n';
-    return;
-  }
+                                 MethodFromName(options.method), parse);
+  if (options.json == JsonMode::kNative) return PrintNativeJson(analyse);
+  if (options.json == JsonMode::kStrict) return PrintJson(AnalysisJson(analyse, prefs));
   PrintTree(analyse, prefs);
 }
 
@@ -168,9 +224,13 @@ const CommandRegistration kRegistration{
       CLI::App* cmd = app.add_subcommand(
           "analyse", "Analyse a chord list: sign keys, harmonic centers and each chord's place");
       CLI::Option* text = cmd->add_option(
-          "TEXT", options->text, "Chord list, e.g. \"C . . . | F . G7 . | C\" (or use --file)");
+          "TEXT", options->text,
+          "Chord list, e.g. \"C . . . | F . G7 . | C\" or its words as several arguments; - reads "
+          "standard input");
       CLI::Option* file =
-          cmd->add_option("--file", options->file, "Read the chord list from a chord-string file");
+          cmd->add_option("--file", options->file,
+                          "Read the chord list from a chord-string file (- for standard "
+                          "input)");
       text->excludes(file);
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
@@ -179,7 +239,8 @@ const CommandRegistration kRegistration{
                       "(default roman)")
           ->check(CLI::IsMember({"roman", "letters"}));
       cmd->add_option("--key", options->key, "Sign key of the piece, e.g. G, Em, \"Bb minor\"");
-      cmd->add_flag("--json", options->json, "Print the analysis result as the library writes it");
+      AddJsonOption(cmd, options->json, true);
+      AddLenientFlag(cmd);
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->footer(
           "A chord list has one token per beat, separated by blanks: a chord symbol, \".\" for a\n"

@@ -15,6 +15,7 @@
 #include "KeyCommandSupport.h"
 #include "PlayedChordSupport.h"
 #include "ScaleCommandSupport.h"
+#include "harmony/DataFolder.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordSymbolParser.h"
@@ -157,7 +158,7 @@ void DemoGuitarGrid() {
 // found by the progressions that prove a tonic, and each chord is told by its function there.
 void DemoLeadSheet() {
   const std::string path =
-      std::string(HARMONY_DATA_DIR) + "/examples/when-the-saints-go-marching-in.txt";
+      (DataFolder() / "examples" / "when-the-saints-go-marching-in.txt").string();
   Heading("A lead sheet analysed: " + path.substr(path.rfind('/') + 1));
   const std::optional<std::string> text = ReadChordStringFile(path);
   if (!text) {

@@ -11,8 +11,9 @@ namespace harmony::tool {
 // The chord of `notes` with its root found by the net (`net`) or by the weight tables.
 CChordHeavy ChordOfPlayedNotes(const CMySet<CNote>& notes, bool net);
 
-// The notes with their octaves (middle C is C4). The bass slot holds the found root; with
-// `withFoundRoot` it leads in parentheses, as a key without octave.
-std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot);
+// The notes with their octaves (middle C is C4), `octaveShift` semitones below where the chord
+// holds them. The bass slot holds the found root; with `withFoundRoot` it leads in
+// parentheses, as a key without octave.
+std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot, long octaveShift = 0);
 
 }  // namespace harmony::tool

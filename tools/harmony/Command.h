@@ -105,6 +105,8 @@ enum class TSplit { kWords, kLines };
 // The arguments with each "-" replaced by the words (or the non-empty lines) of standard
 // input, which is read once.
 std::vector<std::string> WithStandardInput(const std::vector<std::string>& arguments, TSplit split);
+// The argument, or for "-" the text of standard input without the blanks around it.
+std::string WithStandardInput(const std::string& argument);
 // The whole content of a file, or of standard input for "-"; InputError when it can't be read.
 std::string ReadInputBytes(const std::string& path);
 // The same, and InputError for content that is no text (a NUL byte, or bytes that are no

@@ -317,6 +317,13 @@ std::vector<std::string> WithStandardInput(const std::vector<std::string>& argum
   return result;
 }
 
+std::string WithStandardInput(const std::string& argument) {
+  if (argument != "-") return argument;
+  const std::string text = Trimmed(StandardInput());
+  if (text.empty()) throw InputError("standard input holds nothing to read");
+  return text;
+}
+
 std::string ReadInputBytes(const std::string& path) {
   if (path == "-") return StandardInput();
   const std::optional<std::string> content = ReadChordStringFile(path);

@@ -59,9 +59,7 @@ void RunDiatonic(const DiatonicOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
-  const std::vector<std::string> texts = WithStandardInput({options.scale}, TSplit::kLines);
-  if (texts.size() != 1) throw InputError("give one scale, e.g. \"Eb major\"");
-  const CScaleHeavy scale = ReadScaleName(texts[0], prefs);
+  const CScaleHeavy scale = ReadScaleName(WithStandardInput(options.scale), prefs);
   if (scale.DegreesPerOctave() != 7) {
     throw InputError(CScaleLite(scale).Name(prefs) +
                      " has no seven degrees to stack thirds from (e.g. major, dorian, "

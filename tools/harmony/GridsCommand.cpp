@@ -95,12 +95,9 @@ void ShowGrids(const GridsOptions& options) {
 // Names a grid given by its frets on the standard tuning: the root that gives the plainest
 // name is proposed, and the grid is drawn with its pitches.
 void NameGrid(const GridsOptions& options) {
-  const std::vector<std::string> words = WithStandardInput({options.frets}, TSplit::kWords);
-  const std::string frets = words.empty() ? std::string() : words.front();
+  const std::string frets = WithStandardInput(options.frets);
   const auto parsed = grid_tools::ParseFrets(frets);
-  if (!parsed || words.size() != 1) {
-    throw InputError("'" + frets + "' is no grid: write x32010 or x,3,2,0,1,0");
-  }
+  if (!parsed) throw InputError("'" + frets + "' is no grid: write x32010 or x,3,2,0,1,0");
   std::string error;
   const auto basic = grid_tools::GridFromFrets(GChDefaultGuitarShortTuning(), *parsed, {}, &error);
   if (basic == nullptr) throw InputError("'" + frets + "': " + error);

@@ -47,8 +47,9 @@ GChLibrary* UserLibrary(GChTuning* tuning, const std::string& name) {
 }
 
 std::shared_ptr<GChBasicChord> GridToAdd(const GridsOptions& options, GChTuning* tuning) {
-  const auto frets = grid_tools::ParseFrets(options.frets);
-  if (!frets) throw InputError("bad frets '" + options.frets + "': use e.g. x32010 or x,3,2,0,1,0");
+  const std::string text = WithStandardInput(options.frets);
+  const auto frets = grid_tools::ParseFrets(text);
+  if (!frets) throw InputError("bad frets '" + text + "': use e.g. x32010 or x,3,2,0,1,0");
   std::vector<int> fingers;
   if (!options.fingers.empty()) {
     auto parsed = grid_tools::ParseFingers(options.fingers);
@@ -185,7 +186,8 @@ void ImportGrids(const GridsOptions& options) {
 
 void AddGridsEditingCommands(CLI::App* grids, const std::shared_ptr<GridsOptions>& options) {
   auto* add = grids->add_subcommand("add", "Add a grid to a user library");
-  add->add_option("FRETS", options->frets, "Frets from the lowest string: x32010 or x,3,2,0,1,0")
+  add->add_option("FRETS", options->frets,
+                  "Frets from the lowest string: x32010 or x,3,2,0,1,0 (- reads standard input)")
       ->required();
   add->add_option("--fingers", options->fingers, "Fingers per string, e.g. 032010");
   add->add_option("--name", options->name, "Name of the grid");

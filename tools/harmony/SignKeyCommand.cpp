@@ -33,7 +33,7 @@ Json SignKeyDetailsJson(const CSignKeyLite& signKey, const CKeyEnh& root, TSignK
 
 void RunSignKey(const SignKeyOptions& options) {
   const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
-  const CKeyEnh root = ReadKeyName(options.root, prefs);
+  const CKeyEnh root = ReadKeyName(WithStandardInput(options.root), prefs);
   const TSignKeyType type = options.type == "minor" ? TSignKeyType::Minor : TSignKeyType::Major;
   const CSignKeyLite signKey(CKeyEnh(NormalizedKeyNr(root.KeyNr), root.Enh), type);
   if (options.json == JsonMode::kNative) return PrintNativeJson(signKey);
@@ -64,7 +64,9 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<SignKeyOptions>();
       CLI::App* cmd = app.add_subcommand(
           "signkey", "A key signature with its tonic: signs, event byte, relative key and names");
-      cmd->add_option("ROOT", options->root, "Key name of the tonic, e.g. F# or Eb")->required();
+      cmd->add_option("ROOT", options->root,
+                      "Key name of the tonic, e.g. F# or Eb (- reads standard input)")
+          ->required();
       cmd->add_option("TYPE", options->type, "major or minor")
           ->required()
           ->check(CLI::IsMember({"major", "minor"}));

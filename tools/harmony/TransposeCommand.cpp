@@ -31,12 +31,13 @@ struct TransposeOptions {
 // --- A single key, by an interval.
 
 void RunKeyTranspose(const TransposeOptions& options) {
-  if (options.words.size() != 2) {
+  const std::vector<std::string> words = WithStandardInput(options.words, TSplit::kWords);
+  if (words.size() != 2) {
     throw CLI::ValidationError("transpose", "give KEY INTERVAL, or --to KEY or --by N with chords");
   }
   const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
-  const CKeyEnh from = ReadKeyName(options.words[0], prefs);
-  const int intvl = static_cast<int>(ReadInteger(options.words[1], -127, 127, "interval"));
+  const CKeyEnh from = ReadKeyName(words[0], prefs);
+  const int intvl = static_cast<int>(ReadInteger(words[1], -127, 127, "interval"));
   CKeyEnh to = from;
   to.TranposeThis(intvl);
   if (options.json != JsonMode::kNone) {

@@ -17,6 +17,7 @@
 #include "harmony/guitar/GChHarmony.h"
 #include "harmony/guitar/GChLibrary.h"
 #include "harmony/guitar/GChTuning.h"
+#include "harmony/pitch/KeyNames.h"
 
 namespace harmony::tool {
 
@@ -105,13 +106,26 @@ void NameGrid(const GridsOptions& options) {
   if (chord.stringFromPitches(0).empty()) throw InputError("'" + frets + "' sounds no note");
   const int root = GChProposedRootNoteFromChord(chord, 0);
   const std::string name = GChHarmonyStringFromChord(chord, root, -1, 0).value_or("");
+  // The root spelled as the key with the fewest signs, as the name spells it.
+  const CKeyEnh rootKey =
+      root < 0
+          ? CKeyEnh()
+          : CKeyEnh(root, MakeSensefulEnhForKeyNrMajorScaleRootWithLeastSigns(root, TEnh_Undef));
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
   if (options.json != JsonMode::kNone) {
-    return PrintJson(
-        GridJson(chord, 0)
-            .Add("name", name)
-            .Add("proposedRoot", root < 0 ? Json() : Json(GChOctPitchDefaultName(root))));
+    Json pitches = Json::Array();
+    for (int string = 0; string < chord.numberOfStrings(); ++string) {
+      const int pitch = chord.pitchForStringIndex(string, 0);
+      pitches.Push(pitch < 0 ? Json() : Json(GChMidiPitchDefaultName(pitch)));
+    }
+    return PrintJson(Json::Object()
+                         .Add("frets", frets)
+                         .Add("name", name)
+                         .Add("proposedRoot", KeyJson(rootKey, prefs))
+                         .Add("pitches", std::move(pitches)));
   }
-  std::cout << frets << ": " << name << "  (proposed root " << GChOctPitchDefaultName(root)
+  std::cout << frets << ": " << name << "  (proposed root "
+            << (root < 0 ? std::string("-") : KeyNrAndEnhToName(rootKey.KeyNr, rootKey.Enh, prefs))
             << ")\n\n";
   PrintGridDiagram(*basic, std::cout);
   std::cout << "\nPitches: " << chord.stringFromPitches(0) << '\n';

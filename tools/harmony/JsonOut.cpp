@@ -49,7 +49,15 @@ Json::Json(double value) {
 
 Json& Json::Add(std::string key, Json value) {
   if (!std::holds_alternative<Members>(mValue)) mValue = Members{};
-  std::get<Members>(mValue).emplace_back(std::move(key), std::move(value));
+  Members& members = std::get<Members>(mValue);
+  // A key added again takes the new value in its old place: an object names each key once.
+  for (auto& member : members) {
+    if (member.first == key) {
+      member.second = std::move(value);
+      return *this;
+    }
+  }
+  members.emplace_back(std::move(key), std::move(value));
   return *this;
 }
 

@@ -49,7 +49,7 @@ class Json {
     return array;
   }
 
-  // A member of an object; a value of an array.
+  // A member of an object (a key added again replaces its value); a value of an array.
   Json& Add(std::string key, Json value);
   Json& Push(Json value);
 

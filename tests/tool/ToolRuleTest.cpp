@@ -58,6 +58,8 @@ TEST_F(ToolRule, TextThatIsNotReadWholeIsRefusedUnlessLenient) {
   EXPECT_EQ(RunTool("rename 'C7(b9,#11)' F#m7b5/C# 'F 6 add9' C6/9 Bbmaj7 nochord Ebm7/Db").status,
             0);
   EXPECT_EQ(RunTool("rename C/X").status, 1);
+  // A bass the simplifier folds into the chord was read all the same.
+  EXPECT_TRUE(Contains(RunTool("chord --simplify C/A").output, "name       Am7\n"));
 
   const TRun key = RunTool("analyse --key garbage 'C F G C'");
   EXPECT_EQ(key.status, 1) << key.output;

@@ -62,8 +62,7 @@ void MarkRead(std::vector<bool>& read, int from, int to) {
 // Which characters of the lowered text the passes of the chord-symbol reader use: the root,
 // the basic chord, every option keyword, and the bass behind the last slash. What is left
 // was stepped over. Blanks, parentheses, commas and slashes only separate the parts.
-std::vector<bool> ReadCharacters(const std::string& text, const CChordLite& chord,
-                                 CChordSetFromStringHelper helper,
+std::vector<bool> ReadCharacters(const std::string& text, CChordSetFromStringHelper helper,
                                  const CChordNamePrefs& namePrefs) {
   const std::string lowered = helper.LoweredText;
   std::vector<bool> read(lowered.size(), false);
@@ -81,7 +80,9 @@ std::vector<bool> ReadCharacters(const std::string& text, const CChordLite& chor
   const std::size_t slash = namePrefs.SlashString.empty()
                                 ? std::string::npos
                                 : lowered.find_last_of(namePrefs.SlashString);
-  if (slash != std::string::npos && chord.BassKeyEnh.KeyNr != kKeyNrUndef) {
+  // The bass as read, before a simplification may have turned it into a chord tone.
+  if (slash != std::string::npos &&
+      helper._BassKeyNrAndEnhFromString(namePrefs).KeyNr != kKeyNrUndef) {
     int consumed = 0;
     CKeyEnh bass;
     bass.SetFromString(std::string_view(lowered).substr(slash + 1), &consumed, namePrefs);
@@ -172,8 +173,7 @@ CChordLite ReadChordSymbol(const std::string& text, const ChordSetFromStringPref
                      " (e.g. Dm7, Bbmaj7, F#m7b5/C#)");
   }
   // The reader's passes run again on a copy, which keeps what the parse above left behind.
-  const std::vector<std::string> parts =
-      UnreadParts(text, ReadCharacters(text, chord, helper, namePrefs));
+  const std::vector<std::string> parts = UnreadParts(text, ReadCharacters(text, helper, namePrefs));
   if (parts.empty()) return chord;
   std::string list;
   for (const std::string& part : parts) list += (list.empty() ? "" : ", ") + Quoted(part);

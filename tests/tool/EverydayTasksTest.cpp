@@ -5,9 +5,7 @@
 
 #include <string>
 
-#include "TempFolder.h"
-#include "TestPaths.h"
-#include "ToolRun.h"
+#include "ToolTest.h"
 #include "harmony/pitch/TextUtil.h"
 
 namespace harmony {
@@ -17,20 +15,13 @@ using testing::Contains;
 using testing::RunTool;
 using testing::TRun;
 
-class EverydayTasks : public ::testing::Test {
+class EverydayTasks : public testing::ToolTest {
  protected:
-  void SetUp() override {
-    if (std::string(HARMONY_TOOL_PATH).empty()) GTEST_SKIP() << "the tool is not built";
-    ::setenv("HARMONY_GUITAR_DB", Package().c_str(), 1);
-  }
-  void TearDown() override { ::unsetenv("HARMONY_GUITAR_DB"); }
-  std::string Package() const { return (mTemp.path() / "user.gchdb").string(); }
   static long Added(const std::string& args) {
     const TRun run = RunTool("grids add " + args);
     EXPECT_EQ(run.status, 0) << run.output;
     return std::stol(run.output.substr(std::string("added chord ").size()));
   }
-  testing::TempFolder mTemp;
 };
 
 TEST_F(EverydayTasks, TransposeAChordListWithTheNewKeysSpellings) {

@@ -5,9 +5,7 @@
 
 #include <string>
 
-#include "TempFolder.h"
-#include "TestPaths.h"
-#include "ToolRun.h"
+#include "ToolTest.h"
 #include "platform/JsonReader.h"
 
 namespace harmony {
@@ -16,14 +14,8 @@ namespace {
 using testing::RunTool;
 using testing::TRun;
 
-class ToolJson : public ::testing::Test {
+class ToolJson : public testing::ToolTest {
  protected:
-  void SetUp() override {
-    if (std::string(HARMONY_TOOL_PATH).empty()) GTEST_SKIP() << "the tool is not built";
-    ::setenv("HARMONY_GUITAR_DB", (mTemp.path() / "user.gchdb").c_str(), 1);
-  }
-  void TearDown() override { ::unsetenv("HARMONY_GUITAR_DB"); }
-
   // The document a command prints, parsed strictly.
   static JsonDict Json(const std::string& args) {
     const TRun run = RunTool(args + " --json");
@@ -32,7 +24,6 @@ class ToolJson : public ::testing::Test {
     EXPECT_TRUE(parsed.has_value()) << args << "\n" << run.output;
     return parsed.value_or(JsonDict());
   }
-  testing::TempFolder mTemp;
 };
 
 TEST_F(ToolJson, EveryCommandPrintsStrictJson) {

@@ -7,9 +7,7 @@
 #include <fstream>
 #include <string>
 
-#include "TempFolder.h"
-#include "TestPaths.h"
-#include "ToolRun.h"
+#include "ToolTest.h"
 
 namespace harmony {
 namespace {
@@ -19,15 +17,7 @@ using testing::RunTool;
 using testing::RunToolWithInput;
 using testing::TRun;
 
-class ToolRule : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (std::string(HARMONY_TOOL_PATH).empty()) GTEST_SKIP() << "the tool is not built";
-    ::setenv("HARMONY_GUITAR_DB", (mTemp.path() / "user.gchdb").c_str(), 1);
-  }
-  void TearDown() override { ::unsetenv("HARMONY_GUITAR_DB"); }
-  testing::TempFolder mTemp;
-};
+using ToolRule = testing::ToolTest;
 
 TEST_F(ToolRule, NumbersOutOfRangeAreToldNotAborted) {
   for (const char* args :

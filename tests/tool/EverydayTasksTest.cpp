@@ -39,6 +39,14 @@ TEST_F(EverydayTasks, TransposeAChordListWithTheNewKeysSpellings) {
   EXPECT_EQ(RunTool("transpose --to F --by 3 C").status, 2);
 }
 
+TEST_F(EverydayTasks, PlayedInversionsAreNamedOverTheirBass) {
+  EXPECT_EQ(RunTool("name F3 A3 D4 F4").output, "Dm/F\n  notes      (D) F3 A3 D4 F4\n");
+  EXPECT_TRUE(Contains(RunTool("name E4 G4 C5 Bb5").output, "C7/E\n"));
+  EXPECT_TRUE(Contains(RunTool("name A3 C4 E4 G4").output, "Am7\n"));  // root position
+  EXPECT_TRUE(Contains(RunTool("name --json F3 A3 D4 F4").output,
+                       "\"bass\":{\"key\":5,\"spelling\":\"neutral\",\"name\":\"F\"}"));
+}
+
 TEST_F(EverydayTasks, TheChordsOfAKeyWithTheirFunctions) {
   const TRun major = RunTool("diatonic 'Eb major'");
   EXPECT_EQ(major.status, 0) << major.output;

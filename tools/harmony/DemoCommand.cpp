@@ -193,7 +193,7 @@ void DemoPlayedChords() {
     for (long noteNr : notes) played.insert(CNote(noteNr, TEnh_n));
     const CChordHeavy net = ChordOfPlayedNotes(played, true);
     const CChordHeavy tables = ChordOfPlayedNotes(played, false);
-    table.AddRow({PlayedNotesText(net, false), net.Name(), tables.Name()});
+    table.AddRow({PlayedNotesText(net, false), PlayedChordName(net), PlayedChordName(tables)});
   }
   table.Print(std::cout);
 }

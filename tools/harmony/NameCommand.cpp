@@ -44,8 +44,7 @@ long OctaveShift(const CMySet<CNote>& notes) {
 
 Json PlayedChordJson(const CChordHeavy& chord, long shift, const std::optional<CSignKeyLite>& key) {
   const CChordNamePrefs prefs = NotePrefs();
-  CChordLite lite;
-  lite.SetFromChordHeavy(chord);
+  const CChordLite lite = PlayedChordSymbol(chord);
   Json notes = Json::Array();
   for (const CNote& note : chord.Notes()) {
     if (note.NoteNr() >= 12) notes.Push(NoteJson(CNote(note.NoteNr() - shift, note.Enh()), prefs));
@@ -68,13 +67,9 @@ void Run(const TNameOptions& options) {
   std::optional<CSignKeyLite> key;
   if (!options.key.empty()) key = ReadSignKey(options.key);
   const CChordHeavy chord = ChordOfPlayedNotes(notes, options.algo == "net");
-  if (options.json == JsonMode::kNative) {
-    CChordLite lite;
-    lite.SetFromChordHeavy(chord);
-    return PrintNativeJson(lite);
-  }
+  if (options.json == JsonMode::kNative) return PrintNativeJson(PlayedChordSymbol(chord));
   if (options.json == JsonMode::kStrict) return PrintJson(PlayedChordJson(chord, shift, key));
-  std::cout << chord.Name() << '\n';
+  std::cout << PlayedChordName(chord) << '\n';
   std::cout << "  notes      " << PlayedNotesText(chord, true, shift) << '\n';
   if (key) {
     const CSignKeyHeavy signKey = key->ToSignKeyHeavy();
@@ -106,6 +101,21 @@ CChordHeavy ChordOfPlayedNotes(const CMySet<CNote>& notes, bool net) {
   chord.SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(net ? kSingleChordAnalysisAlgoNeuronalNet
                                                           : kSingleChordAnalysisAlgoProbTable);
   return chord;
+}
+
+CChordLite PlayedChordSymbol(const CChordHeavy& chord) {
+  CChordLite symbol;
+  symbol.SetFromChordHeavy(chord);
+  for (const CNote& note : chord.Notes()) {
+    if (note.NoteNr() < 12) continue;  // the slot of the found root
+    if (note.KeyNr() != symbol.RootKeyEnh.KeyNr) symbol.BassKeyEnh = note.KeyEnh();
+    break;
+  }
+  return symbol;
+}
+
+std::string PlayedChordName(const CChordHeavy& chord) {
+  return PlayedChordSymbol(chord).ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name();
 }
 
 std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot, long octaveShift) {

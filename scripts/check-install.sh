@@ -10,6 +10,7 @@
 #
 #   scripts/check-install.sh [WORK_DIR]     (default: a new temporary folder)
 set -euo pipefail
+trap 'echo "check-install: failed at line $LINENO" >&2' ERR
 cd "$(dirname "$0")/.."
 source=$PWD
 work=$(realpath -m "${1:-$(mktemp -d)}")
@@ -25,7 +26,9 @@ expect_grids() {  # what, output, expected ("some" or "none")
   local found=none
   [ "${count:-0}" -gt 0 ] && found=some
   if [ "$found" = "$3" ]; then
-    echo "ok    $1: $count grids ($(sed -n 's/^data folder: //p' <<<"$2"))"
+    local folder
+    folder=$(sed -n 's/^data folder: //p' <<<"$2")
+    echo "ok    $1: $count grids${folder:+ in $folder}"
   else
     echo "FAIL  $1: expected $3 grids, got: $2"
     failures=$((failures + 1))
@@ -50,7 +53,7 @@ for kind in static shared; do
   consumer=$work/consumer-cmake-$kind
   cmake -S "$source/scripts/consumer" -B "$consumer" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
     -DCMAKE_INSTALL_PREFIX="$prefix" "${launcher[@]}" >/dev/null
-  cmake --build "$consumer" >/dev/null
+  cmake --build "$consumer" >"$work/consumer-$kind.log" || { cat "$work/consumer-$kind.log"; exit 1; }
   export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
   static=()
   [ "$kind" = static ] && static=(--static)
@@ -63,7 +66,7 @@ for kind in static shared; do
     expect_grids "shared: CMake consumer" "$("$consumer/harmony-consumer")" some
     expect_grids "shared: pkg-config consumer" "$("$work/consumer-pc-$kind")" some
   else
-    expect_grids "static: CMake consumer outside the prefix" "$("$consumer/harmony-consumer")" none
+    expect_grids "static: CMake consumer outside the prefix, by itself (no path compiled in)" "$("$consumer/harmony-consumer")" none
     expect_grids "static: CMake consumer naming the package data" \
       "$("$consumer/harmony-consumer" --package-data)" some
     expect_grids "static: pkg-config consumer naming the package data" \

@@ -6,7 +6,7 @@
 #include <iostream>
 
 #include "harmony/DataFolder.h"
-#include "harmony/chords/ChordLite.h"
+#include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/guitar/GChDatabase.h"
 #include "harmony/guitar/GChLibrary.h"
 
@@ -22,7 +22,8 @@ int main(int argc, char** argv) {
       grids += library->basicChords().size();
     }
   }
-  const harmony::CChordLite chord("Dm7");
+  harmony::CChordLite chord;
+  harmony::SetFromString("Dm7", chord);
   std::cout << "data folder: " << harmony::DataFolder().string() << '\n'
             << "factory grids: " << grids << '\n'
             << "Dm7 mask: " << chord.Semitones.Word() << '\n';

@@ -75,6 +75,10 @@ TEST_F(EverydayTasks, GridsOfAChordAndColumnsByCharacters) {
   EXPECT_EQ(RunTool("grids show").status, 2);
   EXPECT_EQ(RunTool("grids show Am7 --id 20").status, 2);
 
+  // Names are compared by characters: the E flat minor barre is not proposed as B major seven.
+  EXPECT_TRUE(Contains(RunTool("grids name x,6,8,8,7,6").output,
+                       "x,6,8,8,7,6: E♭ m  (proposed root E♭)\n"));
+
   // E♭ takes one column, as E does: the frets line up below their header.
   const TRun flats = RunTool("grids list --root Eb --type major");
   const std::string header = flats.output.substr(0, flats.output.find('\n'));

@@ -35,6 +35,12 @@ TEST_F(EverydayTasks, TransposeAChordListWithTheNewKeysSpellings) {
   EXPECT_TRUE(Contains(RunTool("transpose --by 1 'Am . F/A . | E7 . Am .'").output,
                        "\nBbm . Gb/Bb . | F7 . Bbm .\n"));
   EXPECT_TRUE(Contains(RunTool("transpose --to D 'C♯m7♭5 F♯7 | Bm'").output, "\nEm7♭5 A7 | Dm\n"));
+  // A minor piece stays minor; down a semitone is told as down; the tritone takes the flats.
+  EXPECT_TRUE(Contains(RunTool("transpose --to Bb 'Am Dm E7 Am'").output,
+                       "A Minor to B♭ Minor, 1 semitone up\nBbm Ebm F7 Bbm\n"));
+  EXPECT_TRUE(Contains(RunTool("transpose --by -1 'F#m7 B7 | Emaj7'").output,
+                       "E Major to E♭ Major, 1 semitone down\nFm7 Bb7 | Ebmaj7\n"));
+  EXPECT_TRUE(Contains(RunTool("transpose --by 6 'C F G7 C'").output, "\nGb Cb Db7 Gb\n"));
   EXPECT_EQ(RunTool("transpose --to F 'Dm7 G7 Cmaj7 G7+'").status, 1);
   EXPECT_EQ(RunTool("transpose --to F --by 3 C").status, 2);
 }
@@ -55,6 +61,10 @@ TEST_F(EverydayTasks, TheChordsOfAKeyWithTheirFunctions) {
   EXPECT_TRUE(Contains(major.output, "7       Ddim   Dm7(♭5)  VIIdim\n")) << major.output;
   const TRun minor = RunTool("diatonic --functions letters 'A harmonic minor'");
   EXPECT_TRUE(Contains(minor.output, "5       E      E7       D\n")) << minor.output;
+  // A mode is told in the key of its kind on its root.
+  const TRun dorian = RunTool("diatonic 'D dorian'");
+  EXPECT_TRUE(Contains(dorian.output, "functions in D Minor\n")) << dorian.output;
+  EXPECT_TRUE(Contains(dorian.output, "4       G      G7       IV\n")) << dorian.output;
   EXPECT_EQ(RunTool("diatonic 'C major pentatonic'").status, 1);  // five degrees
 }
 

@@ -81,6 +81,18 @@ TEST_F(ToolRule, LowNotesAndBinaryFilesAreHandled) {
   EXPECT_TRUE(Contains(run.output, "no text file")) << run.output;
 }
 
+TEST_F(ToolRule, DataFolderFromTheEnvironment) {
+  const TRun elsewhere = RunTool("grids list");
+  EXPECT_TRUE(Contains(elsewhere.output, "\n762 grids\n")) << elsewhere.output;
+  ::setenv("HARMONY_DATA_DIR", (mTemp.path() / "no data").c_str(), 1);
+  const TRun none = RunTool("grids list");
+  EXPECT_EQ(none.status, 0) << none.output;
+  EXPECT_EQ(none.output, "0 grids\n");
+  ::setenv("HARMONY_DATA_DIR", HARMONY_DATA_DIR, 1);
+  EXPECT_EQ(RunTool("grids list").output, elsewhere.output);
+  ::unsetenv("HARMONY_DATA_DIR");
+}
+
 TEST_F(ToolRule, VersionUnknownCommandsAndUsage) {
   const TRun version = RunTool("--version");
   EXPECT_EQ(version.status, 0);

@@ -51,7 +51,7 @@ void ListGrids(const GridsOptions& options) {
                   std::to_string(chord.difficultyLevel()) + (chord.isFavorite() ? " *" : ""),
                   chord.basicChord()->library()->libraryName()});
   }
-  table.Print(std::cout);
+  if (!chords.empty()) table.Print(std::cout);
   std::cout << chords.size() << " grid" << (chords.size() == 1 ? "" : "s") << '\n';
 }
 

@@ -178,28 +178,32 @@ void RunListTranspose(const TransposeOptions& options) {
   }
   CheckChordList(text, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
   const CSignKeyLite from = KeyOfList(text);
+  // The list's tonic moves to the tonic of --to (a minor piece stays minor), or by --by.
   CSignKeyLite to = from;
+  int interval = 0;
   if (!options.to.empty()) {
     to.RootKeyEnh = ReadSignKey(options.to).RootKeyEnh;
+    interval = Mod(to.RootKeyEnh.KeyNr - from.RootKeyEnh.KeyNr, 12);
   } else {
-    to.RootKeyEnh =
-        TonicAbove(from, static_cast<int>(ReadInteger(options.by, -127, 127, "interval")));
+    interval = static_cast<int>(ReadInteger(options.by, -127, 127, "interval"));
+    to.RootKeyEnh = TonicAbove(from, interval);
   }
   const TMove move{Mod(LetterOfKey(to.RootKeyEnh) - LetterOfKey(from.RootKeyEnh), 7),
-                   Mod(to.RootKeyEnh.KeyNr - from.RootKeyEnh.KeyNr, 12)};
+                   Mod(interval, 12)};
   TMovedList moved = MovedList(text, move);
   const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
   if (options.json != JsonMode::kNone) {
     return PrintJson(Json::Object()
                          .Add("from", SignKeyJson(from, prefs))
                          .Add("to", SignKeyJson(to, prefs))
-                         .Add("interval", move.semitones)
+                         .Add("interval", interval)
                          .Add("text", moved.text)
                          .Add("chords", std::move(moved.chords)));
   }
-  std::cout << from.NameLong(prefs) << " to " << to.NameLong(prefs) << ", " << move.semitones
-            << " semitone" << (move.semitones == 1 ? "" : "s") << " up\n"
-            << moved.text << '\n';
+  const int steps = interval < 0 ? -interval : interval;
+  std::cout << from.NameLong(prefs) << " to " << to.NameLong(prefs) << ", " << steps << " semitone"
+            << (steps == 1 ? "" : "s") << (interval < 0 ? " down\n" : " up\n") << moved.text
+            << '\n';
 }
 
 const CommandRegistration kRegistration{
@@ -221,7 +225,8 @@ const CommandRegistration kRegistration{
       cmd->footer(
           "Negative intervals are accepted as they stand: harmony transpose C -2\n"
           "A chord list keeps its words: only roots and basses change, spelled by the new key;\n"
-          "--by moves the key to the spelling with the fewest signs (C by 3 is E flat).");
+          "--to moves the list's tonic to the key's tonic (a minor piece stays minor), --by\n"
+          "to the spelling with the fewest signs (C by 3 is E flat).");
       cmd->callback([options, to, by] {
         if (to->count() > 0 || by->count() > 0) return RunListTranspose(*options);
         RunKeyTranspose(*options);

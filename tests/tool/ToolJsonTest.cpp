@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "ToolTest.h"
 #include "platform/JsonReader.h"
@@ -44,8 +45,17 @@ TEST_F(ToolJson, EveryCommandPrintsStrictJson) {
       "grids list Am7",
       "grids show --id 20",
       "grids name x,6,8,8,7,6",
+      "scales 'Dm7 G7 | Cmaj7 nochord'",
+      "dialog Cm7",
+      "dialog C --press option:4 --press type:2",
+      "vector C7/E '*' EADGBE nochord",
   };
   for (const char* command : commands) Json(command);
+  const std::string leadSheet = std::string(HARMONY_DATA_DIR) + "/examples/after-youve-gone.mxl";
+  const std::vector<std::string> files = {"chords '" + leadSheet + "'",
+                                          "analyse --repeats --file '" + leadSheet + "'",
+                                          "scales --debug --file '" + leadSheet + "'"};
+  for (const std::string& command : files) Json(command);
 
   // A user's own grid: added, listed, exported and removed, each told in JSON.
   const JsonDict added = Json("grids add x,10,12,12,11,10 --name 'Jazz m7'");
@@ -85,6 +95,12 @@ TEST_F(ToolJson, ValuesAreNumbersNamesAndNulls) {
   // Bytes that are no UTF-8 come out replaced, so the document stays readable.
   const JsonDict odd = Json("rename --lenient \"$(printf 'C\\377')\"");
   EXPECT_EQ(odd[0]["symbol"], "C\xEF\xBF\xBD");
+
+  // Repeated passages join the analysis as numbers.
+  const JsonDict repeats = Json("analyse --repeats 'C . F . | G . C . | C . F . | G . C .'");
+  ASSERT_EQ(repeats["repeats"].size(), 1u) << repeats;
+  EXPECT_EQ(repeats["repeats"][0]["position"], 8.0);
+  EXPECT_EQ(repeats["repeats"][0]["bars"], 2);
 
   // The library's own form stays as it is, bare words and trailing commas included.
   const TRun native = RunTool("analyse --json=native 'Dm7 G7 C'");

@@ -134,5 +134,33 @@ TEST_F(ToolRule, StandardInputAndProgressionsOfSeveralArguments) {
   EXPECT_EQ(RunToolWithInput("", "chord -").status, 1);
 }
 
+TEST_F(ToolRule, ScalesDialogVectorAndChordsFollowTheRule) {
+  const TRun scales = RunTool("scales 'Dm7 G7 | Cmaj7xyz'");
+  EXPECT_EQ(scales.status, 1) << scales.output;
+  EXPECT_TRUE(Contains(scales.output, "\"xyz\"")) << scales.output;
+  EXPECT_EQ(RunTool("scales --lenient 'Dm7 G7 | Cmaj7xyz'").status, 0);
+  EXPECT_EQ(RunTool("scales --lenient 'xyz C'").status, 1);  // gives no chord at all
+  EXPECT_EQ(RunTool("scales --key garbage 'Dm7 G7 C'").status, 1);
+  EXPECT_EQ(RunTool("scales --at 99999999999999 C").status, 1);
+  EXPECT_EQ(RunTool("scales --top 99999999999999999999 C").status, 1);
+  EXPECT_EQ(RunTool("dialog Cmaj7xyz").status, 1);
+  EXPECT_EQ(RunTool("dialog --lenient Cmaj7xyz").status, 0);
+  EXPECT_EQ(RunTool("vector C Cxyz").status, 1);
+  EXPECT_EQ(RunTool("chords --json=native x.musicxml").status, 2);  // no library form
+
+  // Standard input for the chord list, the symbols and the wire forms, as given directly.
+  const TRun words = RunTool("scales --top 1 Dm7 G7 '|' Cmaj7");
+  EXPECT_EQ(words.status, 0) << words.output;
+  EXPECT_EQ(RunToolWithInput("Dm7 G7\n| Cmaj7\n", "scales --top 1 -").output, words.output);
+  EXPECT_EQ(RunToolWithInput("Cm7", "dialog -").output, RunTool("dialog Cm7").output);
+  EXPECT_EQ(RunToolWithInput("Cm7 F7\n", "vector -").output, RunTool("vector Cm7 F7").output);
+  const TRun wire = RunToolWithInput("{\"RootKeyNr\":9,\"Semitones\":137}\n{\"RootKeyNr\":0}\n",
+                                     "vector --read -");
+  EXPECT_TRUE(Contains(wire.output, "json 2  C")) << wire.output;
+  const std::string leadSheet = std::string(HARMONY_DATA_DIR) + "/examples/after-youve-gone.mxl";
+  EXPECT_EQ(RunTool("chords - < '" + leadSheet + "'").output,
+            RunTool("chords '" + leadSheet + "'").output);
+}
+
 }  // namespace
 }  // namespace harmony

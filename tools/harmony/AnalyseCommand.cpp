@@ -2,7 +2,6 @@
 // the tree of sign keys, harmonic centers and chords, or its JSON with --json.
 
 #include <algorithm>
-#include <array>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -10,6 +9,7 @@
 #include <sstream>
 #include <string>
 
+#include "AnalyseInput.h"
 #include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
@@ -29,26 +29,8 @@ struct AnalyseOptions {
   std::string functions = "roman";
   JsonMode json = JsonMode::kNone;
   bool ascii = false;
+  bool repeats = false;
 };
-
-struct TMethodName {
-  const char* name;
-  CHarmonicAnalyse::TAnalyse analyse;
-};
-
-constexpr std::array<TMethodName, 4> kMethods{{
-    {"none", CHarmonicAnalyse::kAnalyseNone},
-    {"tonic", CHarmonicAnalyse::kAnalyseTonicProgressions},
-    {"cadence", CHarmonicAnalyse::kAnalyseCadenceProgressions},
-    {"weights", CHarmonicAnalyse::kAnalyseCenterWeights},
-}};
-
-CHarmonicAnalyse::TAnalyse MethodFromName(const std::string& name) {
-  for (const TMethodName& method : kMethods) {
-    if (name == method.name) return method.analyse;
-  }
-  return CHarmonicAnalyse::kAnalyseNone;
-}
 
 std::string PositionText(double position) {
   if (IsHarmAnlsUndef(position)) return "-";
@@ -188,34 +170,62 @@ Json AnalysisJson(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs)
   return Json::Object().Add("signKeys", std::move(signKeys));
 }
 
-CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
-  if (text.empty()) return {};
-  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, ReadSignKey(text, prefs))};
+// The passages that come again, each pointing back to its first occurrence.
+void PrintCopies(const CHarmCopies& copies) {
+  std::cout << (copies.empty() ? "No repeated passages\n" : "Repeated passages\n");
+  if (copies.empty()) return;
+  KeyTextTable table({"   ", "position", "bars", "source"}, {false, true, true, false});
+  for (const CHarmCopy& copy : copies) {
+    table.AddRow({"", PositionText(copy.TargetPos), std::to_string(copy.LengthBars),
+                  copy.SourceOffsetBars == 0
+                      ? std::string("same bar")
+                      : std::to_string(-copy.SourceOffsetBars) + " bars back"});
+  }
+  table.Print(std::cout);
 }
 
-// The chord list: the words given (a progression may come as several arguments), standard
-// input for "-", or the file of --file.
-std::string ChordListText(const AnalyseOptions& options) {
-  if (!options.file.empty()) return ReadInputText(options.file);
-  if (options.text.size() == 1 && options.text[0] == "-") return ReadInputText("-");
-  std::string text;
-  for (const std::string& word : options.text) text += (text.empty() ? "" : " ") + word;
-  return text;
+void PrintCopiesJson(const CHarmCopies& copies) {
+  std::cout << "{\"HarmCopies\":[";
+  for (std::size_t i = 0; i < copies.size(); ++i) {
+    std::cout << (i > 0 ? "," : "") << "{\"TargetPos\":" << copies[i].TargetPos
+              << ",\"SourceOffsetBars\":" << copies[i].SourceOffsetBars
+              << ",\"LengthBars\":" << copies[i].LengthBars << "}";
+  }
+  std::cout << "]}\n";
+}
+
+Json CopiesJson(const CHarmCopies& copies) {
+  Json array = Json::Array();
+  for (const CHarmCopy& copy : copies) {
+    array.Push(Json::Object()
+                   .Add("position", copy.TargetPos)
+                   .Add("bars", copy.LengthBars)
+                   .Add("sourceOffsetBars", copy.SourceOffsetBars));
+  }
+  return array;
 }
 
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
-  const std::string text = ChordListText(options);
-  const TChordStringParse parse;
-  CheckChordList(text, parse.ChordPrefs, parse.NamePrefs);
   CHarmonicAnalyse analyse;
-  analyse.AnalyseFromChordString(text, GivenSignKeys(options.key, prefs),
-                                 MethodFromName(options.method), parse);
-  if (options.json == JsonMode::kNative) return PrintNativeJson(analyse);
-  if (options.json == JsonMode::kStrict) return PrintJson(AnalysisJson(analyse, prefs));
+  AnalyseChords(analyse, ReadChordsArguments(options.text, options.file),
+                GivenSignKeys(options.key, prefs), AnalyseMethodFromName(options.method));
+  CHarmCopies copies;
+  if (options.repeats) analyse.FindHarmCopies(copies);
+  if (options.json == JsonMode::kNative) {
+    PrintNativeJson(analyse);
+    if (options.repeats) PrintCopiesJson(copies);
+    return;
+  }
+  if (options.json == JsonMode::kStrict) {
+    Json json = AnalysisJson(analyse, prefs);
+    if (options.repeats) json.Add("repeats", CopiesJson(copies));
+    return PrintJson(json);
+  }
   PrintTree(analyse, prefs);
+  if (options.repeats) PrintCopies(copies);
 }
 
 const CommandRegistration kRegistration{
@@ -226,11 +236,11 @@ const CommandRegistration kRegistration{
       CLI::Option* text = cmd->add_option(
           "TEXT", options->text,
           "Chord list, e.g. \"C . . . | F . G7 . | C\" or its words as several arguments; - reads "
-          "standard input");
-      CLI::Option* file =
-          cmd->add_option("--file", options->file,
-                          "Read the chord list from a chord-string file (- for standard "
-                          "input)");
+          "standard input (a chord list or MusicXML)");
+      CLI::Option* file = cmd->add_option(
+          "--file", options->file,
+          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
+          "- for standard input");
       text->excludes(file);
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
@@ -242,13 +252,16 @@ const CommandRegistration kRegistration{
       AddJsonOption(cmd, options->json, true);
       AddLenientFlag(cmd);
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      cmd->add_flag("--repeats", options->repeats,
+                    "Also list the passages that come again (in bars of four quarter notes)");
       cmd->footer(
           "A chord list has one token per beat, separated by blanks: a chord symbol, \".\" for a\n"
           "beat without a new chord, or \"|\" for a bar line (bars of four quarter notes).\n"
           "Positions and lengths are in quarter notes; root and bass are the semitones from\n"
           "the center up to the chord's root and bass. Methods: tonic and cadence find centers\n"
           "by progressions that prove them, weights by the chords that fit a key; none keeps\n"
-          "the keys given.");
+          "the keys given. A MusicXML file gives its chord symbols with the repeats played\n"
+          "out, and its keys (--key replaces them).");
       cmd->callback([options, text, file] {
         if (text->count() == 0 && file->count() == 0) {
           throw CLI::RequiredError("TEXT or --file");

@@ -112,5 +112,7 @@ std::string ReadInputBytes(const std::string& path);
 // The same, and InputError for content that is no text (a NUL byte, or bytes that are no
 // UTF-8) unless --lenient.
 std::string ReadInputText(const std::string& path);
+// The check of ReadInputText on content already read from `path`.
+void CheckInputText(const std::string& path, const std::string& text);
 
 }  // namespace harmony::tool

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <sstream>
@@ -326,6 +327,10 @@ std::string WithStandardInput(const std::string& argument) {
 
 std::string ReadInputBytes(const std::string& path) {
   if (path == "-") return StandardInput();
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) {
+    throw InputError(Quoted(path) + " is a folder, not a file");
+  }
   const std::optional<std::string> content = ReadChordStringFile(path);
   if (!content) throw InputError("cannot read the file " + Quoted(path));
   return *content;
@@ -333,12 +338,16 @@ std::string ReadInputBytes(const std::string& path) {
 
 std::string ReadInputText(const std::string& path) {
   std::string text = ReadInputBytes(path);
+  CheckInputText(path, text);
+  return text;
+}
+
+void CheckInputText(const std::string& path, const std::string& text) {
   // Text holds no NUL byte and is valid UTF-8: what a text editor writes.
   if (!gLenient && (text.find('\0') != std::string::npos || !IsUtf8(text))) {
     throw InputError((path == "-" ? std::string("standard input") : Quoted(path)) +
                      " is no text file" + kLenientHint);
   }
-  return text;
 }
 
 }  // namespace harmony::tool

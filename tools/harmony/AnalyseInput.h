@@ -1,0 +1,53 @@
+#pragma once
+// What the commands that analyse a chord list read from the command line: the chords (words,
+// standard input or a file), the way of finding centers by its name, and the sign key a user
+// may give.
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "Command.h"
+#include "MusicXmlInput.h"
+#include "harmony/analysis/HarmAnlsSignKey.h"
+#include "harmony/analysis/HarmonicAnalyse.h"
+#include "harmony/chords/SignKey.h"
+
+namespace harmony::tool {
+
+struct TMethodName {
+  const char* name;
+  CHarmonicAnalyse::TAnalyse analyse;
+};
+
+inline constexpr std::array<TMethodName, 4> kAnalyseMethods{{
+    {"none", CHarmonicAnalyse::kAnalyseNone},
+    {"tonic", CHarmonicAnalyse::kAnalyseTonicProgressions},
+    {"cadence", CHarmonicAnalyse::kAnalyseCadenceProgressions},
+    {"weights", CHarmonicAnalyse::kAnalyseCenterWeights},
+}};
+
+inline CHarmonicAnalyse::TAnalyse AnalyseMethodFromName(const std::string& name) {
+  for (const TMethodName& method : kAnalyseMethods) {
+    if (name == method.name) return method.analyse;
+  }
+  return CHarmonicAnalyse::kAnalyseNone;
+}
+
+// The sign key the text names ("G", "Em", "Bb minor"), starting at the beginning of the piece;
+// none for an empty text, InputError for a text that is no key (read strictly unless --lenient).
+inline CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
+  if (text.empty()) return {};
+  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, ReadSignKey(text, prefs))};
+}
+
+// The chords given: the words of a chord list (a progression may come as several arguments),
+// "-" alone for standard input, or the file of --file; standard input and files may hold
+// MusicXML. A chord list is read strictly unless --lenient.
+TChordsFile ReadChordsArguments(const std::vector<std::string>& words, const std::string& file);
+
+// The analysis of those chords under the keys given, if any.
+void AnalyseChords(CHarmonicAnalyse& analyse, TChordsFile chords,
+                   const CHarmAnlsSignKeys& givenKeys, CHarmonicAnalyse::TAnalyse method);
+
+}  // namespace harmony::tool

@@ -131,6 +131,8 @@ TEST_F(ToolRule, StandardInputAndProgressionsOfSeveralArguments) {
   EXPECT_TRUE(Contains(RunToolWithInput("60 64 67", "name -").output, "(C) C4 E4 G4"));
   EXPECT_TRUE(Contains(RunToolWithInput("D dorian\nEb major\n", "scale -").output, "root     E♭"));
   EXPECT_TRUE(Contains(RunToolWithInput("x32010", "grids name -").output, "x32010: C "));
+  EXPECT_EQ(RunToolWithInput("Am7\n", "grids list -").output, RunTool("grids list Am7").output);
+  EXPECT_EQ(RunToolWithInput("Am7", "grids show -").output, RunTool("grids show Am7").output);
   EXPECT_EQ(RunToolWithInput("", "chord -").status, 1);
 }
 

@@ -16,10 +16,6 @@ TChordsFile ReadChordsArguments(const std::vector<std::string>& words, const std
       chords.chordList += (chords.chordList.empty() ? "" : " ") + word;
     }
   }
-  if (!chords.musicXml) {
-    const TChordStringParse parse;
-    CheckChordList(chords.chordList, parse.ChordPrefs, parse.NamePrefs);
-  }
   return chords;
 }
 
@@ -28,7 +24,9 @@ void AnalyseChords(CHarmonicAnalyse& analyse, TChordsFile chords,
   if (chords.musicXml) {
     AnalyseMusicXml(analyse, std::move(*chords.musicXml), givenKeys, method);
   } else {
-    analyse.AnalyseFromChordString(chords.chordList, givenKeys, method, TChordStringParse());
+    const TChordStringParse parse;
+    CheckChordList(chords.chordList, parse.ChordPrefs, parse.NamePrefs);
+    analyse.AnalyseFromChordString(chords.chordList, givenKeys, method, parse);
   }
 }
 

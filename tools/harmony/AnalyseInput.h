@@ -43,10 +43,11 @@ inline CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordName
 
 // The chords given: the words of a chord list (a progression may come as several arguments),
 // "-" alone for standard input, or the file of --file; standard input and files may hold
-// MusicXML. A chord list is read strictly unless --lenient.
+// MusicXML.
 TChordsFile ReadChordsArguments(const std::vector<std::string>& words, const std::string& file);
 
-// The analysis of those chords under the keys given, if any.
+// The analysis of those chords under the keys given, if any; a chord list is read strictly
+// unless --lenient.
 void AnalyseChords(CHarmonicAnalyse& analyse, TChordsFile chords,
                    const CHarmAnlsSignKeys& givenKeys, CHarmonicAnalyse::TAnalyse method);
 

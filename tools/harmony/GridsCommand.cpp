@@ -143,18 +143,24 @@ void AddFilterOptions(CLI::App* cmd, GridsOptions& o) {
 
 void AddGridsReadingCommands(CLI::App* grids, const std::shared_ptr<GridsOptions>& options) {
   auto* list = grids->add_subcommand("list", "List the grids of the factory and user packages");
-  list->add_option("CHORD", options->chord, "Only the grids of this chord, e.g. Am7 or D/F#");
+  list->add_option("CHORD", options->chord,
+                   "Only the grids of this chord, e.g. Am7 or D/F# (- reads standard input)");
   AddFilterOptions(list, *options);
   list->add_flag("--favorites", options->favorites, "Only favourites");
   list->add_option("--library", options->library, "Only this library");
-  list->callback([options] { ListGrids(*options); });
+  list->callback([options] {
+    options->chord = options->chord.empty() ? "" : WithStandardInput(options->chord);
+    ListGrids(*options);
+  });
 
   auto* show = grids->add_subcommand("show", "Draw the grids of a chord, or one grid by its id");
-  CLI::Option* chord = show->add_option("CHORD", options->chord, "A chord symbol, e.g. Am7");
+  CLI::Option* chord = show->add_option("CHORD", options->chord,
+                                        "A chord symbol, e.g. Am7 (- reads standard input)");
   CLI::Option* id = show->add_option("--id", options->id, "The id of one grid, as listed");
   chord->excludes(id);
   show->callback([options, chord, id] {
     if (chord->count() == 0 && id->count() == 0) throw CLI::RequiredError("CHORD or --id");
+    if (chord->count() > 0) options->chord = WithStandardInput(options->chord);
     ShowGrids(*options);
   });
 

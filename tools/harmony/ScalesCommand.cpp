@@ -164,7 +164,8 @@ void RunScales(const ScalesOptions& options) {
                               : static_cast<std::size_t>(ReadInteger(
                                     options.top, 1, std::numeric_limits<int>::max(), "--top"));
   TChordsFile chords = ReadChordsArguments(options.text, options.file);
-  // Even read leniently, a token without a root gives no chord to suggest scales for.
+  // A token without a root gives no chord to suggest scales for, even read leniently; all
+  // of them are told at once.
   if (!chords.musicXml) CheckSymbols(chords.chordList, TChordStringParse());
   CHarmonicAnalyse analyse;
   AnalyseChords(analyse, std::move(chords), givenKeys, AnalyseMethodFromName(options.method));

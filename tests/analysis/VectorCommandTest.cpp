@@ -79,7 +79,8 @@ TEST_F(VectorCommand, RefusesBadInput) {
   // Values no chord holds: a key beyond 0..11 (15 is none) and a mask beyond twelve semitones.
   for (const char* form :
        {"{\"RootKeyNr\":99999999999}", "{\"RootKeyNr\":12}", "{\"RootKeyEnh\":{\"KeyNr\":\" x\"}}",
-        "{\"RootKeyNr\":0,\"Semitones\":4096}", "{\"RootKeyNr\":0,\"BassKeyNr\":-1}"}) {
+        "{\"RootKeyNr\":0,\"Semitones\":4096}", "{\"RootKeyNr\":0,\"BassKeyNr\":-1}",
+        "{\"RootKeyEnh\":5}", "{\"RootKeyEnh\":{}}"}) {
     const TRun run = RunTool(std::string("vector --read '") + form + "'");
     EXPECT_EQ(run.status, 1) << form << "\n" << run.output;
   }

@@ -61,7 +61,12 @@ void CheckKeyForm(const JsonDict& dict) {
     const std::string keyEnh = std::string(name) + "KeyEnh";
     const std::string keyNr = std::string(name) + "KeyNr";
     if (const JsonDict* key = platform::JsonMember(dict, keyEnh.c_str())) {
-      CheckKeyNumber(key->is_object() ? platform::JsonMember(*key, "KeyNr") : key, keyEnh);
+      const JsonDict* number = key->is_object() ? platform::JsonMember(*key, "KeyNr") : nullptr;
+      if (number == nullptr) {
+        throw InputError("\"" + keyEnh + "\" is an object with a \"KeyNr\", as in " +
+                         "{\"KeyNr\":\" 9\",\"Enh\":\"neutral\"}");
+      }
+      CheckKeyNumber(number, keyEnh);
     } else {
       CheckKeyNumber(platform::JsonMember(dict, keyNr.c_str()), keyNr);
     }

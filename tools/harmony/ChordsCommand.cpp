@@ -213,9 +213,9 @@ const CommandRegistration kRegistration{
           "Positions and lengths are in quarter notes from the song's start, as the harmony\n"
           "import reads them: a chord lasts as long as the last note of its bar after it, and\n"
           "bars without a chord add nothing. Bars and beats follow the time signatures.\n"
-          "A chord symbol the kind table cannot read (an unknown kind, a root that is no note\n"
-          "letter) is refused; --lenient lists it as the import reads it (the root alone, or\n"
-          "\"?\").");
+          "A chord symbol the import cannot read whole (an unknown kind, a root that is no\n"
+          "note letter, a degree the chord steps over) is refused; --lenient lists it as the\n"
+          "import reads it.");
       cmd->callback([options] { RunChords(*options); });
     }};
 

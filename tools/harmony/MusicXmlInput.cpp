@@ -1,5 +1,6 @@
 #include "MusicXmlInput.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -54,7 +55,14 @@ void CheckEveryChordRead(const std::string& label, const TMusicXMLDoc& doc) {
   std::ostringstream message;
   message << label << ": " << unread << (unread == 1 ? " chord symbol" : " chord symbols")
           << " cannot be read, the first with root \"" << first->Root.Step << "\" and kind \""
-          << first->Kind << "\" (--lenient reads them as the import does)";
+          << first->Kind << '"';
+  for (const TMusicXMLDegree& degree : first->Degrees) {
+    if (!IsReadMusicXmlDegree(degree)) {
+      message << " and degree \"" << degree.Type << ' ' << degree.Value << '"';
+      break;
+    }
+  }
+  message << " (--lenient reads them as the import does)";
   throw InputError(message.str());
 }
 
@@ -70,7 +78,11 @@ bool IsUnreadMusicXmlChord(const TMusicXMLHarmony& harmony) {
   // the root alone.
   const bool knownKind =
       harmony.Kind == "pedal" || !XMLHarmonyKindToIntvlSetExceptRoot(harmony.Kind).empty();
-  return !knownKind || CChordSetFromMusicXml(harmony, CIntvlSet::kDefaultWrapIntvl).IsUndef();
+  const bool degreesRead =
+      std::all_of(harmony.Degrees.begin(), harmony.Degrees.end(),
+                  [](const TMusicXMLDegree& d) { return IsReadMusicXmlDegree(d); });
+  return !knownKind || !degreesRead ||
+         CChordSetFromMusicXml(harmony, CIntvlSet::kDefaultWrapIntvl).IsUndef();
 }
 
 TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes) {

@@ -22,8 +22,8 @@ std::string PlainMusicXml(const std::string& label, std::string bytes);
 // "No chord": the root N.C. or the kind none.
 bool IsMusicXmlNoChord(const TMusicXMLHarmony& harmony);
 // Whether the import kept a chord symbol that names no chord, or none the kind table knows (a
-// root that is no note letter, a kind such as "other" or one MusicXML does not define);
-// "no chord" is read.
+// root that is no note letter, a kind such as "other" or one MusicXML does not define), or
+// with a degree the chord steps over (a ninth altered, a third subtracted); "no chord" is read.
 bool IsUnreadMusicXmlChord(const TMusicXMLHarmony& harmony);
 
 // The harmony import of a file's bytes; InputError naming the file, line and column when the

@@ -233,15 +233,8 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<AnalyseOptions>();
       CLI::App* cmd = app.add_subcommand(
           "analyse", "Analyse a chord list: sign keys, harmonic centers and each chord's place");
-      CLI::Option* text = cmd->add_option(
-          "TEXT", options->text,
-          "Chord list, e.g. \"C . . . | F . G7 . | C\" or its words as several arguments; - reads "
-          "standard input (a chord list or MusicXML)");
-      CLI::Option* file = cmd->add_option(
-          "--file", options->file,
-          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
-          "- for standard input");
-      text->excludes(file);
+      const auto given =
+          AddChordsOptions(cmd, options->text, options->file, "C . . . | F . G7 . | C");
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
       cmd->add_option("--functions", options->functions,
@@ -262,10 +255,8 @@ const CommandRegistration kRegistration{
           "by progressions that prove them, weights by the chords that fit a key; none keeps\n"
           "the keys given. A MusicXML file gives its chord symbols with the repeats played\n"
           "out, and its keys (--key replaces them).");
-      cmd->callback([options, text, file] {
-        if (text->count() == 0 && file->count() == 0) {
-          throw CLI::RequiredError("TEXT or --file");
-        }
+      cmd->callback([options, given] {
+        given();
         RunAnalyse(*options);
       });
     }};

@@ -4,6 +4,7 @@
 // may give.
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,11 @@ inline CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordName
   if (text.empty()) return {};
   return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, ReadSignKey(text, prefs))};
 }
+
+// TEXT (the chord list, e.g. `example`, or "-") and --file, which exclude each other. The
+// function returned, called from the command's callback, throws when neither was given.
+std::function<void()> AddChordsOptions(CLI::App* cmd, std::vector<std::string>& text,
+                                       std::string& file, const std::string& example);
 
 // The chords given: the words of a chord list (a progression may come as several arguments),
 // "-" alone for standard input, or the file of --file; standard input and files may hold

@@ -184,15 +184,8 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<ScalesOptions>();
       CLI::App* cmd = app.add_subcommand(
           "scales", "Suggest scales for each chord of a chord list, in the key it is analysed in");
-      CLI::Option* text = cmd->add_option(
-          "TEXT", options->text,
-          "Chord list, e.g. \"Dm7 G7 | Cmaj7 . . .\" or its words as several arguments; - reads "
-          "standard input (a chord list or MusicXML)");
-      CLI::Option* file = cmd->add_option(
-          "--file", options->file,
-          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
-          "- for standard input");
-      text->excludes(file);
+      const auto given =
+          AddChordsOptions(cmd, options->text, options->file, "Dm7 G7 | Cmaj7 . . .");
       cmd->add_option("--at", options->at, "Show only chord N of the list (counted from 1)");
       cmd->add_option("--top", options->top, "Show only the first N scales of each chord");
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
@@ -213,10 +206,8 @@ const CommandRegistration kRegistration{
           "close to that scale come first, seven-tone scales before eight-tone ones before the\n"
           "rest. When no scale passes, or the analysis placed the chord in no center, the\n"
           "fallback offers every table scale that holds the chord.");
-      cmd->callback([options, text, file] {
-        if (text->count() == 0 && file->count() == 0) {
-          throw CLI::RequiredError("TEXT or --file");
-        }
+      cmd->callback([options, given] {
+        given();
         RunScales(*options);
       });
     }};

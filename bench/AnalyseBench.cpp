@@ -77,6 +77,37 @@ BENCHMARK(BM_AnalyseFromChords)
                     CHarmonicAnalyse::kAnalyseCenterWeights},
                    {16, 64, 256, 1024, 4096, 16384}});
 
+// Lead-sheet bars of a jazz tune whose first cadence is not on its first chord: the cadence
+// method then cuts the row of centers in front of the cadence, moving nearly every chord.
+std::string LeadSheetBars(long chords) {
+  static const char* const kBars[] = {"Cmaj7 . Am7 . |", "Dm7 . G7 . |",    "Em7 . A7b9 . |",
+                                      "Dm9 . . . |",     "F#m7b5 . B7 . |", "Bbmaj7 . Eb7#11 . |",
+                                      "Am7 . D7/F# . |", "Gsus4 . G7 . |"};
+  std::string text;
+  long count = 0;
+  for (std::size_t bar = 0; count < chords; ++bar) {
+    const std::string line = kBars[bar % std::size(kBars)];
+    text += line + (bar % 4 == 3 ? "\n" : " ");
+    count += line.find(" . . . ") != std::string::npos ? 1 : 2;
+  }
+  return text;
+}
+
+void BM_AnalyseLeadSheetBars(benchmark::State& state) {
+  const auto method = static_cast<CHarmonicAnalyse::TAnalyse>(state.range(0));
+  const CHarmAnlsChords chords(LeadSheetBars(state.range(1)), TChordStringParse());
+  CHarmonicAnalyse analyse;
+  const long before = bench::AllocationCount();
+  for (auto _ : state) {
+    analyse.AnalyseFromChords(chords, {}, method);
+    benchmark::DoNotOptimize(analyse.HarmSignKeys().data());
+  }
+  ReportPerChord(state, chords.size(), bench::AllocationCount() - before);
+}
+BENCHMARK(BM_AnalyseLeadSheetBars)
+    ->ArgNames({"method", "chords"})
+    ->ArgsProduct({{CHarmonicAnalyse::kAnalyseCadenceProgressions}, {16, 256, 1024, 16384}});
+
 // One chord progression over and over: every reading of the tonic method reaches over the
 // whole piece, the hardest case for cleaning up readings that contain each other.
 void BM_AnalyseOneKeyLoop(benchmark::State& state) {

@@ -4,10 +4,6 @@
 
 #include "harmony/analysis/AnalyseHarmCenterAlternatives.h"
 
-#include <cstdint>
-#include <limits>
-#include <memory>
-
 #include "HarmAnlsChordPatterns.h"
 #include "harmony/chords/ScaleLite.h"
 #include "harmony/chords/SignKey.h"
@@ -18,8 +14,10 @@ namespace {
 
 // How far a center reaches over the neighbours that fit it, remembered per center. In a
 // piece that stays in one key every reading reaches over the same long run of chords; walking
-// it anew for each reading would make the search grow with the square of the piece. Each
-// chord is tested at most once per center, and each answer is kept for the readings after.
+// it anew for each reading would make the search grow with the square of the piece. The
+// readings are asked for chord by chord from the front, so each center keeps the last run it
+// walked in each direction: a later question inside that run is answered at once, and one
+// behind it walks only up to where the run is known.
 class TCenterReach {
  public:
   explicit TCenterReach(const CHarmAnlsChords& chords) : _chords(chords) {}
@@ -34,58 +32,60 @@ class TCenterReach {
   }
 
  private:
-  static constexpr std::uint32_t kUnknown = std::numeric_limits<std::uint32_t>::max();
-
+  // Answers known for a center: every begin in [backFrom, backTo] moves back to backFrom, and
+  // every end in [forwardFrom, forwardTo] moves on to forwardTo.
   struct TRuns {
     CHarmCenterLite center;
-    std::vector<std::int8_t> fits;       // by chord: 1 fits, 0 doesn't, -1 not tested yet
-    std::vector<std::uint32_t> back;     // by begin 0..n: where the range's begin moves back to
-    std::vector<std::uint32_t> forward;  // by end 0..n-1: where the range's end moves on to
+    bool backKnown = false, forwardKnown = false;
+    std::size_t backFrom = 0, backTo = 0, forwardFrom = 0, forwardTo = 0;
   };
 
   TRuns& _RunsOf(const CHarmCenterLite& center) {
-    for (const std::unique_ptr<TRuns>& runs : _runs) {
-      if (runs->center == center) return *runs;
+    for (TRuns& runs : _runs) {
+      if (runs.center == center) return runs;
     }
-    const std::size_t n = _chords.size();
-    auto runs = std::make_unique<TRuns>();
-    runs->center = center;
-    runs->fits.assign(n, -1);
-    runs->back.assign(n + 1, kUnknown);
-    runs->forward.assign(n, kUnknown);
-    return *_runs.emplace_back(std::move(runs));
+    return _runs.emplace_back(TRuns{center});
   }
 
-  bool _Fits(TRuns& runs, std::size_t i) {
-    std::int8_t& known = runs.fits[i];
-    if (known < 0) known = ScaleLite::ChordIsCompatibleWithScale(_chords[i], runs.center) ? 1 : 0;
-    return known == 1;
+  bool _Fits(const TRuns& runs, std::size_t i) const {
+    return ScaleLite::ChordIsCompatibleWithScale(_chords[i], runs.center);
   }
 
-  // From `begin` back over the chords before it that fit; every begin on the way learns the
-  // same answer.
+  // Back over the chords before `begin` that fit.
   std::size_t _Back(TRuns& runs, std::size_t begin) {
+    if (runs.backKnown && runs.backFrom <= begin && begin <= runs.backTo) return runs.backFrom;
+    // Down to the known run, if it lies below: the chords from its top on fit as well.
+    const bool aboveKnown = runs.backKnown && runs.backTo < begin;
+    const std::size_t floor = aboveKnown ? runs.backTo : 0;
     std::size_t b = begin;
-    while (runs.back[b] == kUnknown && b > 0 && _Fits(runs, b - 1)) --b;
-    const std::uint32_t reached =
-        runs.back[b] != kUnknown ? runs.back[b] : static_cast<std::uint32_t>(b);
-    for (std::size_t i = b; i <= begin; ++i) runs.back[i] = reached;
+    while (b > floor && _Fits(runs, b - 1)) --b;
+    const std::size_t reached = aboveKnown && b == floor ? runs.backFrom : b;
+    runs.backKnown = true;
+    runs.backFrom = reached;
+    runs.backTo = begin;
     return reached;
   }
 
-  // From `end` on over the chords that fit, never onto the last chord of the list.
+  // On over the chords from `end` that fit, never onto the last chord of the list. The runs
+  // of different progressions at neighbouring chords end in any order, so a question may also
+  // come from below the known run.
   std::size_t _Forward(TRuns& runs, std::size_t end) {
-    const std::size_t n = _chords.size();
+    if (runs.forwardKnown && runs.forwardFrom <= end && end <= runs.forwardTo) {
+      return runs.forwardTo;
+    }
+    // Up to the known run, if it lies above: from its start on the answer is known.
+    const bool belowKnown = runs.forwardKnown && end < runs.forwardFrom;
     std::size_t e = end;
-    while (runs.forward[e] == kUnknown && e + 1 < n && _Fits(runs, e)) ++e;
-    const std::uint32_t reached =
-        runs.forward[e] != kUnknown ? runs.forward[e] : static_cast<std::uint32_t>(e);
-    for (std::size_t i = end; i <= e; ++i) runs.forward[i] = reached;
+    while ((!belowKnown || e < runs.forwardFrom) && e + 1 < _chords.size() && _Fits(runs, e)) ++e;
+    const std::size_t reached = belowKnown && e == runs.forwardFrom ? runs.forwardTo : e;
+    runs.forwardKnown = true;
+    runs.forwardFrom = end;
+    runs.forwardTo = reached;
     return reached;
   }
 
   const CHarmAnlsChords& _chords;
-  std::vector<std::unique_ptr<TRuns>> _runs;
+  std::vector<TRuns> _runs;
 };
 
 }  // namespace

@@ -162,17 +162,22 @@ CHarmCenterLite CHarmAnlsCenters::FindMostOccurentHarmCenter() const {
 }
 
 void CHarmAnlsCenters::MergeAdjacentSameHarmCenters() {
-  for (std::size_t i = 1; i < size();) {
-    CHarmAnlsCenter& previous = (*this)[i - 1];
+  // One walk that keeps the first center of each run of equal ones and gives it the chords of
+  // the others in order; erasing each merged center from the middle of the row would move
+  // all centers behind it, once per merge.
+  if (empty()) return;
+  std::size_t kept = 0;
+  for (std::size_t i = 1; i < size(); ++i) {
+    CHarmAnlsCenter& previous = (*this)[kept];
     CHarmAnlsCenter& current = (*this)[i];
     if (current.HarmCenter == previous.HarmCenter) {
       previous.HarmChords.insert(previous.HarmChords.end(), current.HarmChords.begin(),
                                  current.HarmChords.end());
-      erase(begin() + static_cast<std::ptrdiff_t>(i));
-    } else {
-      ++i;
+    } else if (++kept != i) {
+      (*this)[kept] = std::move(current);
     }
   }
+  erase(begin() + static_cast<std::ptrdiff_t>(kept + 1), end());
 }
 
 }  // namespace harmony

@@ -110,6 +110,11 @@ void CChordHeavy::DelNote(unsigned long noteIx) {
 }
 
 void CChordHeavy::DeleteAllNotesInOctave(int octave) {
+  // Most calls find nothing to delete; only then is the set built anew.
+  const auto inOctave = [octave](const CNote& note) {
+    return OctaveOfNoteNr(note.NoteNr()) == octave;
+  };
+  if (std::none_of(_Notes.begin(), _Notes.end(), inOctave)) return;
   CMySet<CNote> kept;
   for (const CNote& note : _Notes) {
     if (OctaveOfNoteNr(note.NoteNr()) != octave) kept.insert(note);
@@ -205,15 +210,7 @@ bool CChordHeavy::_IsIntvlAloneForBassKey(int keyNr) const {
 }
 
 void CChordHeavy::SetBassNoteInOctave(int keyNr, int octave, TEnh enh) {
-  octave = octave < -1 ? -1 : (octave >= 10 ? 8 : octave);
-  const long noteNr = FloorMod12(keyNr) + 12L * (octave + 1);
-  CNote note;
-  note.SetNoteNr(noteNr);
-  if (enh != TEnh_n && enh != TEnh_Undef) {
-    note.SetEnhAndDontMakeSenseful(enh);
-  } else {
-    note.SetEnh(TEnh_n);
-  }
+  const CNote note = chords_detail::BassSlotNote(keyNr, octave, enh);
   _BassNoteHasIntvlAlone = _IsIntvlAloneForBassKey(note.KeyNr());
   AddNote(note);
 }

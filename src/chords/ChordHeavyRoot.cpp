@@ -182,22 +182,7 @@ void CChordHeavy::SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(TSingleChordAnal
 }
 
 void CChordHeavy::AdjustEnhOfChordNotesToRootScale(bool* changed) {
-  std::array<TEnh, 12> enhByKey{};
-  const chords_detail::TChordScaleKeys keys = chords_detail::ChordScaleKeysOf(*this);
-  if (const auto spelling = chords_detail::ChordScaleSpellingFor(keys, _RootNote)) {
-    enhByKey = spelling->Enh;
-    // As the scale takes them: the last spelling of a key the chord spells itself.
-    for (const CNote& note : _Notes) {
-      const int key = note.KeyNr();
-      if (((spelling->ChordSpelledKeys >> key) & 1u) != 0 && note.Enh() != TEnh_Undef) {
-        enhByKey[static_cast<std::size_t>(key)] = note.Enh();
-      }
-    }
-  } else {
-    const CScaleHeavy scale = CSignKeyHeavy::Undef.ConstructScaleForChord(*this);
-    for (int key = 0; key < 12; ++key)
-      enhByKey[static_cast<std::size_t>(key)] = scale.EnhForKeyNr(key);
-  }
+  const std::array<TEnh, 12> enhByKey = chords_detail::ChordScaleEnhByKey(*this);
   CMySet<CNote> respelled;
   for (CNote note : _Notes) {
     const TEnh enh = enhByKey[static_cast<std::size_t>(note.KeyNr())];

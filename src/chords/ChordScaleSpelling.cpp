@@ -145,4 +145,23 @@ std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& 
   return _Unpack(word);
 }
 
+std::array<TEnh, 12> ChordScaleEnhByKey(const CChordHeavy& chord) {
+  std::array<TEnh, 12> enhByKey{};
+  if (const auto spelling = ChordScaleSpellingFor(ChordScaleKeysOf(chord), chord.RootNote())) {
+    enhByKey = spelling->Enh;
+    // As the scale takes them: the last spelling of a key the chord spells itself.
+    for (const CNote& note : chord.Notes()) {
+      const int key = note.KeyNr();
+      if (((spelling->ChordSpelledKeys >> key) & 1u) != 0 && note.Enh() != TEnh_Undef) {
+        enhByKey[static_cast<std::size_t>(key)] = note.Enh();
+      }
+    }
+    return enhByKey;
+  }
+  const CScaleHeavy scale = CScaleHeavy::Undef.ConstructScaleForChord(chord);
+  for (int key = 0; key < 12; ++key)
+    enhByKey[static_cast<std::size_t>(key)] = scale.EnhForKeyNr(key);
+  return enhByKey;
+}
+
 }  // namespace harmony::chords_detail

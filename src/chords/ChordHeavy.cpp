@@ -15,21 +15,6 @@ using chords_detail::FoldIntoNoteRange;
 
 namespace {
 
-// CNote(noteNr, TEnh_n) for a note number within 0..127, with the spellings of the twelve
-// keys looked up instead of worked out for every note.
-CNote NaturalNote(long noteNr) {
-  static const std::array<TEnh, 12> spellings = [] {
-    std::array<TEnh, 12> built{};
-    for (int key = 0; key < 12; ++key)
-      built[static_cast<std::size_t>(key)] = CNote(key, TEnh_n).Enh();
-    return built;
-  }();
-  CNote note;
-  note.SetNoteNr(noteNr);
-  note.SetEnhAndDontMakeSenseful(spellings[static_cast<std::size_t>(noteNr % 12)]);
-  return note;
-}
-
 CChordHeavy MakeNoChord(TEnh rootEnh) {
   CChordHeavy chord;
   if (rootEnh == TEnh_bb) chord.SetNoChordYield();
@@ -42,6 +27,21 @@ CChordHeavy MakeNoChord(TEnh rootEnh) {
 const CChordHeavy CChordHeavy_Undef{};
 const CChordHeavy CChordHeavy_NoChordYield = MakeNoChord(TEnh_bb);
 const CChordHeavy CChordHeavy_NoChordForce = MakeNoChord(TEnh_b);
+
+CNote chords_detail::NaturalNote(long noteNr) {
+  // The spellings of the twelve keys, looked up instead of worked out for every note.
+  static const std::array<TEnh, 12> spellings = [] {
+    std::array<TEnh, 12> built{};
+    for (int key = 0; key < 12; ++key) {
+      built[static_cast<std::size_t>(key)] = CNote(key, TEnh_n).Enh();
+    }
+    return built;
+  }();
+  CNote note;
+  note.SetNoteNr(noteNr);
+  note.SetEnhAndDontMakeSenseful(spellings[static_cast<std::size_t>(noteNr % 12)]);
+  return note;
+}
 
 // --- Construction
 
@@ -133,7 +133,7 @@ CChordHeavy::CChordHeavy(const CKeyEnh& root, const CSemitones& semitones, const
   // interval, which the bass sounds alone when the mask lacks it.
   for (std::uint64_t rest = word; rest != 0; rest &= rest - 1) {
     const int intvl = std::countr_zero(rest);
-    _Notes.insert(NaturalNote(rootNr + intvl));
+    _Notes.insert(chords_detail::NaturalNote(rootNr + intvl));
     _IntvlSet.insert(intvl);
   }
   _Notes.insert(slotNote);

@@ -29,6 +29,19 @@ constexpr long FoldIntoNoteRange(long noteNr) {
   return noteNr;
 }
 
+// CNote(noteNr, TEnh_n) for a note number within 0..127, its spelling looked up by key.
+CNote NaturalNote(long noteNr);
+
+// A note's interval above the root as the interval cache keeps it: folded up into the octaves
+// above the root when below it, then wrapped by the wrap interval (0: not wrapped).
+inline long CachedIntvl(long noteNr, long rootNr, int wrapIntvl) {
+  long intvl = noteNr - rootNr;
+  if (intvl < 0) intvl += (-intvl + 11) / 12 * 12;
+  // An interval below a positive wrap interval stays as it is; only others are divided.
+  if (wrapIntvl != 0 && (wrapIntvl < 0 || intvl >= wrapIntvl)) intvl %= wrapIntvl;
+  return intvl;
+}
+
 // The note of a chord's bass slot: the key in the given octave (clamped to -1..8), with its
 // spelling kept as given unless it is natural or missing, which are made sensible.
 inline CNote BassSlotNote(int keyNr, int octave, TEnh enh) {

@@ -71,9 +71,7 @@ void CChordHeavy::UpdateIntvlSetAndBassNoteHasIntvlAlone() const {
   const int bassIntvl = WrappedKeyIntvl(_RootNote, *_Notes.begin());
   bool first = true;
   for (const CNote& note : _Notes) {
-    long intvl = note.NoteNr() - _RootNote.NoteNr();
-    if (intvl < 0) intvl += (-intvl + 11) / 12 * 12;
-    if (wrapIntvl != 0) intvl %= wrapIntvl;
+    const long intvl = chords_detail::CachedIntvl(note.NoteNr(), _RootNote.NoteNr(), wrapIntvl);
     _IntvlSet.insert(static_cast<int>(intvl));
     // Only the literal interval counts: a ninth (14) does not share the bass's second (2).
     if (!first && intvl == bassIntvl) _BassNoteHasIntvlAlone = false;

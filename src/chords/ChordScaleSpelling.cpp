@@ -121,8 +121,13 @@ TChordScaleKeys ChordScaleKeysOf(const CChordHeavy& chord) {
   return keys;
 }
 
-std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& keys,
-                                                         const CNote& root) {
+namespace {
+
+// The kept word of a chord with these keys rooted on `root`, filled on first use; empty when
+// the values lie outside what the words hold, with the spelling worked out in `computed` when
+// it could not be kept.
+std::optional<std::uint64_t> _KeptWord(const TChordScaleKeys& keys, const CNote& root,
+                                       std::optional<TChordScaleSpelling>& computed) {
   if (!keys.Defined || root.IsUndef()) return std::nullopt;
   const int rootKey = root.KeyNr();
   const std::optional<std::uint64_t> rootCode = _EnhCode(root.Enh());
@@ -138,11 +143,34 @@ std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& 
   if (word == 0) {
     const TChordScaleSpelling spelling = _Compute(root, keys);
     const std::optional<std::uint64_t> packed = _Pack(spelling);
-    if (!packed) return spelling;
+    if (!packed) {
+      computed = spelling;
+      return std::nullopt;
+    }
     word = *packed;
     slot.store(word, std::memory_order_release);
   }
-  return _Unpack(word);
+  return word;
+}
+
+}  // namespace
+
+std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& keys,
+                                                         const CNote& root) {
+  std::optional<TChordScaleSpelling> computed;
+  const std::optional<std::uint64_t> word = _KeptWord(keys, root, computed);
+  if (!word) return computed;
+  return _Unpack(*word);
+}
+
+std::optional<int> ChordScaleSignsCountFor(const TChordScaleKeys& keys, const CNote& root) {
+  std::optional<TChordScaleSpelling> computed;
+  const std::optional<std::uint64_t> word = _KeptWord(keys, root, computed);
+  if (!word) {
+    if (computed) return computed->SignsCount;
+    return std::nullopt;
+  }
+  return static_cast<int>((*word >> kSignsShift) & 127u) - kSignsOffset;
 }
 
 std::array<TEnh, 12> ChordScaleEnhByKey(const CChordHeavy& chord) {

@@ -186,11 +186,6 @@ bool CNote::SetKeyNrAndEnhAssumingCMajorFromString(std::string_view text, int* c
   return true;
 }
 
-bool CNote::operator<(const CNote& other) const {
-  if (_NoteNr != other._NoteNr) return _NoteNr < other._NoteNr;
-  return static_cast<std::uint8_t>(_Enh) < static_cast<std::uint8_t>(other._Enh);
-}
-
 void CNote::WriteTrace(std::ostream& out) const {
   out << "CNote: " << KeyName() << OctName() << " (NoteNr " << _NoteNr << ", Enh " << _Enh << ")";
 }

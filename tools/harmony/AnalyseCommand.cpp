@@ -10,9 +10,11 @@
 #include <sstream>
 #include <string>
 
+#include "AnalyseInput.h"
 #include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
+#include "MusicXmlInput.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
 #include "harmony/chords/SignKeyHeavy.h"
@@ -29,26 +31,8 @@ struct AnalyseOptions {
   std::string functions = "roman";
   bool json = false;
   bool ascii = false;
+  bool repeats = false;
 };
-
-struct TMethodName {
-  const char* name;
-  CHarmonicAnalyse::TAnalyse analyse;
-};
-
-constexpr std::array<TMethodName, 4> kMethods{{
-    {"none", CHarmonicAnalyse::kAnalyseNone},
-    {"tonic", CHarmonicAnalyse::kAnalyseTonicProgressions},
-    {"cadence", CHarmonicAnalyse::kAnalyseCadenceProgressions},
-    {"weights", CHarmonicAnalyse::kAnalyseCenterWeights},
-}};
-
-CHarmonicAnalyse::TAnalyse MethodFromName(const std::string& name) {
-  for (const TMethodName& method : kMethods) {
-    if (name == method.name) return method.analyse;
-  }
-  return CHarmonicAnalyse::kAnalyseNone;
-}
 
 std::string PositionText(double position) {
   if (IsHarmAnlsUndef(position)) return "-";
@@ -132,34 +116,57 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
   }
 }
 
-CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
-  if (text.empty()) return {};
-  const CSignKeyLite signKey(text, prefs);
-  if (signKey.IsUndef()) {
-    throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. G, Em)");
+// The passages that come again, each pointing back to its first occurrence.
+void PrintCopies(const CHarmCopies& copies) {
+  std::cout << (copies.empty() ? "No repeated passages\n" : "Repeated passages\n");
+  if (copies.empty()) return;
+  KeyTextTable table({"   ", "position", "bars", "source"}, {false, true, true, false});
+  for (const CHarmCopy& copy : copies) {
+    table.AddRow({"", PositionText(copy.TargetPos), std::to_string(copy.LengthBars),
+                  copy.SourceOffsetBars == 0
+                      ? std::string("same bar")
+                      : std::to_string(-copy.SourceOffsetBars) + " bars back"});
   }
-  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, signKey)};
+  table.Print(std::cout);
+}
+
+void PrintCopiesJson(const CHarmCopies& copies) {
+  std::cout << "{\"HarmCopies\":[";
+  for (std::size_t i = 0; i < copies.size(); ++i) {
+    std::cout << (i > 0 ? "," : "") << "{\"TargetPos\":" << copies[i].TargetPos
+              << ",\"SourceOffsetBars\":" << copies[i].SourceOffsetBars
+              << ",\"LengthBars\":" << copies[i].LengthBars << "}";
+  }
+  std::cout << "]}\n";
 }
 
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
-  std::string text = options.text;
-  if (!options.file.empty()) {
-    const std::optional<std::string> content = ReadChordStringFile(options.file);
-    if (!content) throw InputError("cannot read the chord-string file \"" + options.file + "\"");
-    text = *content;
-  }
+  const CHarmAnlsSignKeys givenKeys = GivenSignKeys(options.key, prefs);
+  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
   CHarmonicAnalyse analyse;
-  analyse.AnalyseFromChordString(text, GivenSignKeys(options.key, prefs),
-                                 MethodFromName(options.method), TChordStringParse());
+  if (!options.file.empty()) {
+    TChordsFile file = ReadChordsFile(options.file);
+    if (file.musicXml) {
+      AnalyseMusicXml(analyse, std::move(*file.musicXml), givenKeys, method);
+    } else {
+      analyse.AnalyseFromChordString(file.chordList, givenKeys, method, TChordStringParse());
+    }
+  } else {
+    analyse.AnalyseFromChordString(options.text, givenKeys, method, TChordStringParse());
+  }
+  CHarmCopies copies;
+  if (options.repeats) analyse.FindHarmCopies(copies);
   if (options.json) {
     analyse.AppendJSONString(std::cout);
     std::cout << '\n';
+    if (options.repeats) PrintCopiesJson(copies);
     return;
   }
   PrintTree(analyse, prefs);
+  if (options.repeats) PrintCopies(copies);
 }
 
 const CommandRegistration kRegistration{
@@ -169,8 +176,10 @@ const CommandRegistration kRegistration{
           "analyse", "Analyse a chord list: sign keys, harmonic centers and each chord's place");
       CLI::Option* text = cmd->add_option(
           "TEXT", options->text, "Chord list, e.g. \"C . . . | F . G7 . | C\" (or use --file)");
-      CLI::Option* file =
-          cmd->add_option("--file", options->file, "Read the chord list from a chord-string file");
+      CLI::Option* file = cmd->add_option(
+          "--file", options->file,
+          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
+          "- for standard input");
       text->excludes(file);
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
@@ -181,13 +190,16 @@ const CommandRegistration kRegistration{
       cmd->add_option("--key", options->key, "Sign key of the piece, e.g. G, Em, \"Bb minor\"");
       cmd->add_flag("--json", options->json, "Print the analysis result as the library writes it");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      cmd->add_flag("--repeats", options->repeats,
+                    "Also list the passages that come again (in bars of four quarter notes)");
       cmd->footer(
           "A chord list has one token per beat, separated by blanks: a chord symbol, \".\" for a\n"
           "beat without a new chord, or \"|\" for a bar line (bars of four quarter notes).\n"
           "Positions and lengths are in quarter notes; root and bass are the semitones from\n"
           "the center up to the chord's root and bass. Methods: tonic and cadence find centers\n"
           "by progressions that prove them, weights by the chords that fit a key; none keeps\n"
-          "the keys given.");
+          "the keys given. A MusicXML file gives its chord symbols with the repeats played\n"
+          "out, and its keys (--key replaces them).");
       cmd->callback([options, text, file] {
         if (text->count() == 0 && file->count() == 0) {
           throw CLI::RequiredError("TEXT or --file");

@@ -4,6 +4,7 @@
 #include <iomanip>
 #include <iostream>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,14 +14,17 @@
 #include "Command.h"
 #include "GridDiagram.h"
 #include "KeyCommandSupport.h"
+#include "MusicXmlInput.h"
 #include "PlayedChordSupport.h"
 #include "ScaleCommandSupport.h"
+#include "ScalesSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/chords/SignKey.h"
+#include "harmony/chords/SignKeyHeavy.h"
 #include "harmony/chords/SignKeyInEv.h"
 #include "harmony/chords/Voicing.h"
 #include "harmony/guitar/GChHarmony.h"
@@ -177,6 +181,67 @@ void DemoLeadSheet() {
   PrintAnalysisTree(analyse, letters);
 }
 
+// A chord's function in the key of its center, when the center is a major or minor key.
+std::string FunctionIn(const CHarmAnlsChord& chord, const CHarmAnlsCenter& center,
+                       const CChordNamePrefs& prefs) {
+  const TSignKeyType type = SignKeyTypeFromSemitones(center.HarmCenter.Semitones);
+  if (center.IsUndef() || type == TSignKeyType::Undef) return "-";
+  const CSignKeyHeavy key(center.HarmCenter.RootKeyEnh, type == TSignKeyType::Minor
+                                                            ? TSignKeyTypeNoUndef::Minor
+                                                            : TSignKeyTypeNoUndef::Major);
+  return chord.HarmFuncNameIn(key, prefs);
+}
+
+// A bundled MusicXML lead sheet: its chord symbols played out through the repeat, the
+// centers the tonic progressions find, one line each with the chords' functions there.
+void DemoMusicXmlLeadSheet() {
+  const std::string path = std::string(HARMONY_DATA_DIR) + "/examples/after-youve-gone.mxl";
+  Heading("A MusicXML lead sheet: " + path.substr(path.rfind('/') + 1));
+  TMusicXMLDoc doc;
+  try {
+    doc = ImportMusicXmlHarmonies(path, ReadInputBytes(path));
+  } catch (const InputError& error) {
+    std::cout << "(the bundled example cannot be read: " << error.what() << ")\n";
+    return;
+  }
+  const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
+  std::cout << doc.Title << ", " << doc.HarmSignKeys.front().SignKey.NameLong(prefs) << ": "
+            << doc.Harmonies.size() << " chords in song order";
+  for (const CHarmCopy& copy : doc.HarmCopies) {
+    std::cout << ", " << copy.LengthBars << " bars played again at " << copy.TargetPos;
+  }
+  std::cout << "\n\nCenters by tonic progressions, each chord with its function there:\n";
+  CHarmonicAnalyse analyse;
+  analyse.AnalyseFromMusicXMLDoc(doc, CHarmonicAnalyse::kAnalyseTonicProgressions);
+  KeyTextTable table({"  center", "from", "chords"}, {false, true, false});
+  for (const CHarmAnlsSignKey& signKey : analyse.HarmSignKeys()) {
+    for (const CHarmAnlsCenter& center : signKey.HarmCenters) {
+      std::ostringstream from;
+      from << std::fixed << std::setprecision(2) << center.Position;
+      std::string chords;
+      for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
+        if (chord.IsUndef()) continue;
+        chords += (chords.empty() ? "" : " ") + chord.TraceName(prefs) + " (" +
+                  FunctionIn(chord, center, prefs) + ")";
+      }
+      table.AddRow({"  " + center.HarmCenter.NameLong(prefs), from.str(), chords});
+    }
+  }
+  table.Print(std::cout);
+}
+
+// What to play over a II-V-I in major and in minor: each chord measured against the key the
+// analysis found, the three best scales first.
+void DemoScaleSuggestions() {
+  for (const char* list : {"Dm7 . G7 . | Cmaj7 . . .", "Dm7b5 . G7b9 . | Cm6 . . ."}) {
+    Heading(std::string("Scales to play over ") + list);
+    std::vector<TChordSuggestions> entries = SuggestScalesForChordList(
+        list, {}, CHarmonicAnalyse::kAnalyseTonicProgressions, {}, std::nullopt);
+    KeepFirstScales(entries, 3);
+    PrintScaleSuggestions(entries, GetCurrentChordNamePrefs());
+  }
+}
+
 // Chords a player holds, by MIDI note numbers, with the root found by the trained net and by
 // the weight tables. The spelled notes are those of the net's reading.
 void DemoPlayedChords() {
@@ -221,6 +286,8 @@ void RunDemo() {
   DemoKeySignatures();
   DemoChordSymbols();
   DemoLeadSheet();
+  DemoMusicXmlLeadSheet();
+  DemoScaleSuggestions();
   DemoVoicing();
   DemoPlayedChords();
   DemoGuitarGrid();

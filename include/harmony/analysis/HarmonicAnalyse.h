@@ -3,10 +3,13 @@
 // keys, harmonic centers and chords, with each chord's distance to its center. The object
 // keeps input and result until the next analysis; a caller may also build a tree by hand.
 
+#include <cstddef>
 #include <cstdint>
 #include <ios>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "harmony/Trace.h"
 #include "harmony/analysis/ChordStringParser.h"
@@ -15,8 +18,11 @@
 #include "harmony/analysis/HarmAnlsProgressions.h"
 #include "harmony/analysis/HarmAnlsSignKey.h"
 #include "harmony/analysis/HarmCenterWeightAnalysis.h"
+#include "harmony/analysis/HarmCopy.h"
 
 namespace harmony {
+
+class TMusicXMLDoc;
 
 class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
  public:
@@ -35,6 +41,10 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
     CHarmCenterLite HarmCenter;
     CHarmAnlsChords::const_iterator Chord;
   };
+  // A run of chords that comes again: the indices where it starts, ascending, and its
+  // length in chords.
+  using TRepeatingSequence = std::pair<std::vector<std::size_t>, std::size_t>;
+  using TRepeatingSequences = std::vector<TRepeatingSequence>;
 
   // --- Ways in. Each replaces the input chords and the sign keys.
   // The chords go into the last center of the last sign key (made when missing); undefined
@@ -49,12 +59,21 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
   // not read.
   void AnalyseFromChordStringFile(const std::string& path, const CHarmAnlsSignKeys& signKeys,
                                   TAnalyse analyse, const TChordStringParse& parse);
+  // The chord symbols, keys and repeats of a MusicXML file (plain, not compressed), laid out
+  // in song time by the harmony import; the sign keys already held stay ahead of the
+  // file's. A file that cannot be read or parsed gives the default sign key and no chords.
+  void AnalyseFromMusicXMLFile(const std::string& path, TAnalyse analyse);
+  // The same from a document the caller has imported already.
+  void AnalyseFromMusicXMLDoc(const TMusicXMLDoc& doc, TAnalyse analyse);
   // The analysis on what the object holds.
   void Analyse(TAnalyse analyse);
 
   // --- The result
   const CHarmAnlsChords& InputChords() const { return _InputChords; }
   const CHarmAnlsSignKeys& HarmSignKeys() const { return _HarmSignKeys; }
+  // Where the bars marked with a slash begin, as indices into the harmonies of the last
+  // MusicXML import; nothing in the analysis reads them.
+  const std::vector<std::uint64_t>& ChordSequences() const { return _ChordSequences; }
   // The progressions of the last analysis by progressions: a copy of one of the tables.
   const CHarmAnlsProgressions& Progressions() const { return _Progressions; }
   // All chords of the tree in sign-key, center, chord order.
@@ -68,6 +87,25 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
       CHarmAnlsSignKeys::iterator signKey, const CHarmAnlsCenter& center);
   CHarmAnlsChords::iterator FillManually_AppendChordInHarmCenter(
       CHarmAnlsCenters::iterator center, const CHarmAnlsChordWithPos& chord);
+
+  // --- Repeated passages of the input chords, in bars of four quarter notes. Each copy
+  // points back to the first occurrence of its run; runs nest.
+  void FindHarmCopies(CHarmCopies& copies) const;
+  // Every run of two or more chords (equal chords of equal length) that comes again, with
+  // its starts; longest runs first, then by their starts.
+  void GenerateVectorWithRepeatingSequenceIndices(TRepeatingSequences& sequences,
+                                                  const CHarmAnlsChordsWithLength& chords) const;
+  // The copies within `chords`, a part of the whole list whose first chord has the index
+  // `startIndex` and which begins at `offset` quarter notes.
+  void RecursiveFillWithSequences(const CHarmAnlsChordsWithLength& chords,
+                                  const TRepeatingSequences& sequences, std::size_t startIndex,
+                                  double offset, CHarmCopies& copies) const;
+  // The indices behind `index` whose chord and length equal those at `index`.
+  void FindRecurringChordIndices(std::vector<std::size_t>& indices,
+                                 const CHarmAnlsChordsWithLength& chords, std::size_t index) const;
+  // Adds `start` unless it is listed or a listed range of `length` chords reaches it.
+  static void InsertRangeStartIfNoCollision(std::vector<std::size_t>& starts, std::size_t start,
+                                            std::size_t length);
 
   // {"HarmSignKeys": and the sign keys }
   void AppendJSONString(std::ostream& out) const;
@@ -88,6 +126,8 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
   void _EraseIntermediateUndefInputChords();
   // The given sign keys, or one undefined sign key without centers when none is given.
   void _FillAnalyserWithSignKeysOrCreateDefault(const CHarmAnlsSignKeys& signKeys);
+  // The input chords and the tree from an imported MusicXML document.
+  void _FillAnalyserWithMusicXMLDoc(const TMusicXMLDoc& doc);
   // Each center with chords (with kOnlyUndefCenters only one without key) takes the key of
   // the weight census of its chords, and with it every chord from its first on, also those
   // of the centers behind; an undefined sign key takes the center's key. `params` is not
@@ -129,6 +169,7 @@ class CHarmonicAnalyse : public TraceFamily<CHarmonicAnalyse> {
 
   CHarmAnlsChords _InputChords;
   CHarmAnlsSignKeys _HarmSignKeys;
+  std::vector<std::uint64_t> _ChordSequences;
   CHarmAnlsProgressions _Progressions;
 };
 

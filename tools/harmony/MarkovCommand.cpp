@@ -158,11 +158,13 @@ void RunLearn(const MarkovOptions& options) {
 // --- generate
 
 CHarmCenterLite CenterOfKey(const std::string& text, const CChordNamePrefs& prefs) {
-  const CSignKeyLite signKey(text, prefs);
+  const CSignKeyLite signKey = ReadSignKey(text, prefs);
   const CHarmCenterLite center(signKey);
   if (signKey.IsUndef() || center.RootKeyEnh.IsUndef()) {
     throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. Eb, F#m)");
   }
+  return center;
+}
   return center;
 }
 
@@ -208,7 +210,18 @@ std::string TextOrFile(const MarkovOptions& options) {
   return piece.Text;
 }
 
+// Strictly, every chord symbol of the list is read whole; the gaps ("?", "N.C.") are none.
+void CheckChordsAroundGaps(const std::string& text) {
+  std::istringstream words(text);
+  std::string symbols;
+  for (std::string word; words >> word;) {
+    if (word != "?" && word != "N.C.") symbols += word + ' ';
+  }
+  CheckChordList(symbols, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
+}
+
 TAnalysedPiece PieceOfText(const std::string& text, const MarkovOptions& options) {
+  CheckChordsAroundGaps(text);
   TAnalysedPiece piece = AnalyseChordList(text, Method(options));
   if (piece.Chords.empty()) throw InputError("no chords in \"" + text + "\"");
   return piece;
@@ -470,6 +483,7 @@ const CommandRegistration kRegistration{
       AddSeedOption(generate, *options);
       generate->add_flag("--json", options->json, "Print the result as JSON");
       generate->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(generate);
       generate->callback([options] { RunGenerate(*options); });
 
       CLI::App* fill = markov->add_subcommand(
@@ -485,6 +499,7 @@ const CommandRegistration kRegistration{
       AddMethodOption(fill, *options);
       fill->add_flag("--json", options->json, "Print the result as JSON");
       fill->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(fill);
       fill->callback([options] {
         RequireTextOrFile(*options);
         RunFill(*options);
@@ -496,6 +511,7 @@ const CommandRegistration kRegistration{
       AddMethodOption(rate, *options);
       rate->add_flag("--json", options->json, "Print the result as JSON");
       rate->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(rate);
       rate->callback([options] {
         RequireTextOrFile(*options);
         RunRate(*options);

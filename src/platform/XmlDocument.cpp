@@ -1,0 +1,276 @@
+#include "platform/XmlDocument.h"
+
+#include <libxml/catalog.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/tree.h>
+#include <libxml/xmlerror.h>
+#include <libxml/xpath.h>
+
+#include <algorithm>
+#include <climits>
+#include <filesystem>
+#include <map>
+#include <mutex>
+
+namespace harmony::platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// What a parse of ours may read besides its bytes: the files below the folder of its catalog,
+// found through the catalog by public identifier or by a relative name inside a DTD.
+struct TLocalDtds {
+  xmlCatalogPtr catalog = nullptr;
+  fs::path folder;
+};
+
+thread_local const TLocalDtds* tLocalDtds = nullptr;
+thread_local bool tInOurParse = false;
+xmlExternalEntityLoader gPreviousLoader = nullptr;
+
+bool IsBelow(const fs::path& path, const fs::path& folder) {
+  std::error_code error;
+  const fs::path canonical = fs::weakly_canonical(path, error);
+  if (error) return false;
+  const auto [end, rest] = std::mismatch(folder.begin(), folder.end(), canonical.begin(), canonical.end());
+  (void)rest;
+  return end == folder.end();
+}
+
+std::string LocalPathOf(const char* url) {
+  if (url == nullptr) return {};
+  std::string text = url;
+  if (text.rfind("file://", 0) == 0) return text.substr(7);
+  if (text.find("://") != std::string::npos) return {};  // http, ftp...: never
+  return text;
+}
+
+// Our parses read nothing from the network and nothing outside their DTD folder; parses of
+// a host that shares the process keep whatever loader was installed before.
+xmlParserInputPtr GuardedEntityLoader(const char* url, const char* id, xmlParserCtxtPtr context) {
+  if (!tInOurParse) {
+    return gPreviousLoader != nullptr ? gPreviousLoader(url, id, context) : nullptr;
+  }
+  const TLocalDtds* dtds = tLocalDtds;
+  if (dtds == nullptr || dtds->catalog == nullptr) return nullptr;
+  std::string path;
+  if (xmlChar* resolved = xmlACatalogResolve(dtds->catalog, reinterpret_cast<const xmlChar*>(id),
+                                             reinterpret_cast<const xmlChar*>(url))) {
+    path = LocalPathOf(reinterpret_cast<const char*>(resolved));
+    xmlFree(resolved);
+  } else {
+    path = LocalPathOf(url);
+  }
+  if (path.empty() || !IsBelow(path, dtds->folder)) return nullptr;
+  return xmlNewInputFromFile(context, path.c_str());
+}
+
+void InitOnce() {
+  static std::once_flag once;
+  std::call_once(once, [] {
+    xmlInitParser();
+    gPreviousLoader = xmlGetExternalEntityLoader();
+    xmlSetExternalEntityLoader(&GuardedEntityLoader);
+  });
+}
+
+// Catalogs are read once per path and kept for the life of the process.
+const TLocalDtds* LocalDtdsFor(const std::string& catalogPath) {
+  static std::mutex mutex;
+  static std::map<std::string, TLocalDtds> loaded;
+  std::lock_guard<std::mutex> lock(mutex);
+  auto found = loaded.find(catalogPath);
+  if (found == loaded.end()) {
+    TLocalDtds dtds;
+    std::error_code error;
+    if (fs::is_regular_file(catalogPath, error)) {
+      dtds.catalog = xmlLoadACatalog(catalogPath.c_str());
+      dtds.folder = fs::weakly_canonical(fs::path(catalogPath).parent_path(), error);
+    }
+    found = loaded.emplace(catalogPath, std::move(dtds)).first;
+  }
+  return &found->second;
+}
+
+struct TErrorCollector {
+  std::optional<XmlError> first;
+};
+
+void CollectError(void* data, xmlErrorPtr error) {
+  auto* collector = static_cast<TErrorCollector*>(data);
+  if (error == nullptr || error->level < XML_ERR_ERROR || collector->first) return;
+  XmlError reported;
+  reported.code = error->code;
+  reported.domain = error->domain == XML_FROM_VALID ? "XMLValidation" : "XMLParser";
+  reported.description = error->message == nullptr ? "" : error->message;
+  while (!reported.description.empty() &&
+         (reported.description.back() == '\n' || reported.description.back() == ' ')) {
+    reported.description.pop_back();
+  }
+  reported.line = error->line;
+  reported.column = error->int2;
+  collector->first = std::move(reported);
+}
+
+void IgnoreError(void*, xmlErrorPtr) {}
+
+// Errors of a parse go to the collector, also those libxml2 raises without a parser context.
+class ScopedParse {
+ public:
+  ScopedParse(TErrorCollector& collector, const TLocalDtds* dtds)
+      : _structured(xmlStructuredError), _structuredContext(xmlStructuredErrorContext) {
+    xmlSetStructuredErrorFunc(&collector, &CollectError);
+    tInOurParse = true;
+    tLocalDtds = dtds;
+  }
+  ~ScopedParse() {
+    xmlSetStructuredErrorFunc(_structuredContext, _structured);
+    tInOurParse = false;
+    tLocalDtds = nullptr;
+  }
+  ScopedParse(const ScopedParse&) = delete;
+  ScopedParse& operator=(const ScopedParse&) = delete;
+
+ private:
+  xmlStructuredErrorFunc _structured;
+  void* _structuredContext;
+};
+
+bool StartsLikeUcs4(std::string_view bytes) {
+  for (const std::string_view start :
+       {std::string_view("\0\0\0<", 4), std::string_view("<\0\0\0", 4), std::string_view("\0\0<\0", 4),
+        std::string_view("\0<\0\0", 4), std::string_view("\0\0\xFE\xFF", 4),
+        std::string_view("\xFF\xFE\0\0", 4)}) {
+    if (bytes.substr(0, 4) == start) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::shared_ptr<XmlDocument> XmlDocument::Parse(std::string_view bytes, const Options& options,
+                                                XmlError& error) {
+  InitOnce();
+  error = {};
+  if (bytes.empty() || bytes.size() > static_cast<std::size_t>(INT_MAX) || StartsLikeUcs4(bytes)) {
+    error = {XML_ERR_DOCUMENT_EMPTY, "XMLParser",
+             bytes.empty() ? "Document is empty" : "Document cannot be read", 1, 1};
+    return nullptr;
+  }
+  const TLocalDtds* dtds = options.validate ? LocalDtdsFor(options.catalogPath) : nullptr;
+  TErrorCollector collector;
+  xmlParserCtxtPtr context = xmlNewParserCtxt();
+  if (context == nullptr) {
+    error = {XML_ERR_NO_MEMORY, "XMLParser", "Cannot create the XML parser", 1, 1};
+    return nullptr;
+  }
+  int flags = XML_PARSE_NONET;
+  if (options.validate) flags |= XML_PARSE_DTDLOAD | XML_PARSE_DTDATTR | XML_PARSE_DTDVALID;
+  xmlDocPtr doc = nullptr;
+  {
+    ScopedParse scope(collector, dtds);
+    doc = xmlCtxtReadMemory(context, bytes.data(), static_cast<int>(bytes.size()), nullptr,
+                            nullptr, flags);
+  }
+  const bool valid = !options.validate || context->valid != 0;
+  xmlFreeParserCtxt(context);
+  if (doc == nullptr || collector.first || !valid) {
+    error = collector.first.value_or(
+        XmlError{XML_ERR_DOCUMENT_EMPTY, "XMLParser", "Document cannot be read", 1, 1});
+    if (doc != nullptr) xmlFreeDoc(doc);
+    return nullptr;
+  }
+  std::shared_ptr<XmlDocument> document(new XmlDocument());
+  document->_doc = doc;
+  return document;
+}
+
+XmlDocument::~XmlDocument() {
+  if (_doc != nullptr) xmlFreeDoc(_doc);
+}
+
+_xmlNode* XmlDocument::Root() const { return xmlDocGetRootElement(_doc); }
+
+std::vector<_xmlNode*> XmlDocument::NodesForXPath(_xmlNode* contextNode,
+                                                  std::string_view xpath) const {
+  std::vector<_xmlNode*> nodes;
+  xmlXPathContextPtr context = xmlXPathNewContext(_doc);
+  if (context == nullptr) return nodes;
+  context->node = contextNode;
+  context->error = &IgnoreError;
+  const std::string expression(xpath);
+  xmlXPathObjectPtr result =
+      xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(expression.c_str()), context);
+  if (result != nullptr && result->type == XPATH_NODESET && result->nodesetval != nullptr) {
+    for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
+      nodes.push_back(result->nodesetval->nodeTab[i]);
+    }
+  }
+  xmlXPathFreeObject(result);
+  xmlXPathFreeContext(context);
+  return nodes;
+}
+
+std::optional<double> XmlDocument::NumberForXPath(_xmlNode* contextNode,
+                                                  std::string_view xpath) const {
+  xmlXPathContextPtr context = xmlXPathNewContext(_doc);
+  if (context == nullptr) return std::nullopt;
+  context->node = contextNode;
+  context->error = &IgnoreError;
+  const std::string expression(xpath);
+  xmlXPathObjectPtr result =
+      xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(expression.c_str()), context);
+  std::optional<double> number;
+  if (result != nullptr && result->type == XPATH_NUMBER) number = result->floatval;
+  xmlXPathFreeObject(result);
+  xmlXPathFreeContext(context);
+  return number;
+}
+
+std::string XmlDocument::Name(const _xmlNode* node) {
+  return node == nullptr || node->name == nullptr ? std::string()
+                                                  : reinterpret_cast<const char*>(node->name);
+}
+
+std::string XmlDocument::StringValue(const _xmlNode* node) {
+  if (node == nullptr) return {};
+  xmlChar* content = xmlNodeGetContent(node);
+  if (content == nullptr) return {};
+  std::string text = reinterpret_cast<const char*>(content);
+  xmlFree(content);
+  return text;
+}
+
+std::vector<_xmlNode*> XmlDocument::ChildElements(const _xmlNode* node) {
+  std::vector<_xmlNode*> children;
+  if (node == nullptr || node->type != XML_ELEMENT_NODE) return children;
+  for (_xmlNode* child = node->children; child != nullptr; child = child->next) {
+    if (child->type == XML_ELEMENT_NODE) children.push_back(child);
+  }
+  return children;
+}
+
+void XmlDocument::AppendCopyOf(_xmlNode* parent, const _xmlNode* source) {
+  if (parent == nullptr || source == nullptr || parent->type != XML_ELEMENT_NODE) return;
+  xmlNodePtr copy = xmlDocCopyNode(const_cast<_xmlNode*>(source), _doc, 1);
+  if (copy != nullptr && xmlAddChild(parent, copy) == nullptr) xmlFreeNode(copy);
+}
+
+std::string XPathLiteral(std::string_view text) {
+  if (text.find('\'') == std::string_view::npos) return "'" + std::string(text) + "'";
+  if (text.find('"') == std::string_view::npos) return "\"" + std::string(text) + "\"";
+  // Both quotes: glue the pieces between single quotes together.
+  std::string literal = "concat(";
+  std::size_t start = 0;
+  for (std::size_t quote = text.find('\''); quote != std::string_view::npos;
+       quote = text.find('\'', start)) {
+    literal += "'" + std::string(text.substr(start, quote - start)) + "', \"'\", ";
+    start = quote + 1;
+  }
+  literal += "'" + std::string(text.substr(start)) + "')";
+  return literal;
+}
+
+}  // namespace harmony::platform

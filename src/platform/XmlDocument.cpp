@@ -34,7 +34,8 @@ bool IsBelow(const fs::path& path, const fs::path& folder) {
   std::error_code error;
   const fs::path canonical = fs::weakly_canonical(path, error);
   if (error) return false;
-  const auto [end, rest] = std::mismatch(folder.begin(), folder.end(), canonical.begin(), canonical.end());
+  const auto [end, rest] =
+      std::mismatch(folder.begin(), folder.end(), canonical.begin(), canonical.end());
   (void)rest;
   return end == folder.end();
 }
@@ -140,9 +141,9 @@ class ScopedParse {
 
 bool StartsLikeUcs4(std::string_view bytes) {
   for (const std::string_view start :
-       {std::string_view("\0\0\0<", 4), std::string_view("<\0\0\0", 4), std::string_view("\0\0<\0", 4),
-        std::string_view("\0<\0\0", 4), std::string_view("\0\0\xFE\xFF", 4),
-        std::string_view("\xFF\xFE\0\0", 4)}) {
+       {std::string_view("\0\0\0<", 4), std::string_view("<\0\0\0", 4),
+        std::string_view("\0\0<\0", 4), std::string_view("\0<\0\0", 4),
+        std::string_view("\0\0\xFE\xFF", 4), std::string_view("\xFF\xFE\0\0", 4)}) {
     if (bytes.substr(0, 4) == start) return true;
   }
   return false;
@@ -171,8 +172,8 @@ std::shared_ptr<XmlDocument> XmlDocument::Parse(std::string_view bytes, const Op
   xmlDocPtr doc = nullptr;
   {
     ScopedParse scope(collector, dtds);
-    doc = xmlCtxtReadMemory(context, bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                            nullptr, flags);
+    doc = xmlCtxtReadMemory(context, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
+                            flags);
   }
   const bool valid = !options.validate || context->valid != 0;
   xmlFreeParserCtxt(context);

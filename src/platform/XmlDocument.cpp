@@ -4,6 +4,7 @@
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/tree.h>
+#include <libxml/valid.h>
 #include <libxml/xmlerror.h>
 #include <libxml/xpath.h>
 
@@ -167,17 +168,18 @@ std::shared_ptr<XmlDocument> XmlDocument::Parse(std::string_view bytes, const Op
     error = {XML_ERR_NO_MEMORY, "XMLParser", "Cannot create the XML parser", 1, 1};
     return nullptr;
   }
+  // The DTD is loaded for its default attributes and checked afterwards, and only when the
+  // document declares one.
   int flags = XML_PARSE_NONET;
-  if (options.validate) flags |= XML_PARSE_DTDLOAD | XML_PARSE_DTDATTR | XML_PARSE_DTDVALID;
+  if (options.validate) flags |= XML_PARSE_DTDLOAD | XML_PARSE_DTDATTR;
   xmlDocPtr doc = nullptr;
   {
     ScopedParse scope(collector, dtds);
-    doc = xmlCtxtReadMemory(context, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
-                            flags);
+    doc = xmlCtxtReadMemory(context, bytes.data(), static_cast<int>(bytes.size()), nullptr,
+                            nullptr, flags);
   }
-  const bool valid = !options.validate || context->valid != 0;
   xmlFreeParserCtxt(context);
-  if (doc == nullptr || collector.first || !valid) {
+  if (doc == nullptr || collector.first) {
     error = collector.first.value_or(
         XmlError{XML_ERR_DOCUMENT_EMPTY, "XMLParser", "Document cannot be read", 1, 1});
     if (doc != nullptr) xmlFreeDoc(doc);
@@ -185,6 +187,22 @@ std::shared_ptr<XmlDocument> XmlDocument::Parse(std::string_view bytes, const Op
   }
   std::shared_ptr<XmlDocument> document(new XmlDocument());
   document->_doc = doc;
+  if (options.validate && doc->intSubset != nullptr) {
+    TErrorCollector validity;
+    xmlValidCtxtPtr validation = xmlNewValidCtxt();
+    if (validation != nullptr) {
+      ScopedParse scope(validity, dtds);
+      if (!xmlValidateDocument(validation, doc) && !validity.first) {
+        validity.first = XmlError{XML_ERR_INTERNAL_ERROR, "XMLValidation",
+                                  "The document is not valid", 1, 1};
+      }
+      xmlFreeValidCtxt(validation);
+    }
+    if (validity.first) {
+      error = *validity.first;
+      error.domain = "XMLValidation";
+    }
+  }
   return document;
 }
 

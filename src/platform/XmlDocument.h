@@ -20,15 +20,17 @@ namespace harmony::platform {
 class XmlDocument {
  public:
   struct Options {
-    // Check the document against the DTD it declares, found through the catalog; a
-    // document that is not valid, or whose DTD is not found, is refused.
+    // Check a document that declares a document type against it, with the DTD found through
+    // the catalog (a DTD that is not found fails the check). A document without a document
+    // type declaration is not checked.
     bool validate = false;
     // An XML catalog (OASIS form) mapping public identifiers to local DTD files.
     std::string catalogPath;
   };
 
-  // The tree of `bytes`; nothing, with `error` set to the first error, when they are not
-  // well-formed XML or, when asked, not valid.
+  // The tree of `bytes`. Nothing, with `error` set to the first error, when they are not
+  // well-formed XML; a tree with `error` set to the first validity error when the check
+  // fails; a tree with `error.code` 0 otherwise.
   static std::shared_ptr<XmlDocument> Parse(std::string_view bytes, const Options& options,
                                             XmlError& error);
   ~XmlDocument();

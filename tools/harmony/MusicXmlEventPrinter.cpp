@@ -10,6 +10,8 @@
 #include "harmony/musicxml/MuxmlPart.h"
 #include "harmony/musicxml/MuxmlPartGatheredInfo.h"
 #include "harmony/musicxml/PositionedXMLElement.h"
+#include "harmony/chords/SignKey.h"
+#include "harmony/chords/SignKeyHeavy.h"
 #include "harmony/pitch/Note.h"
 
 namespace harmony::tool {
@@ -28,16 +30,26 @@ nlohmann::json TickJson(std::int64_t tick) {
   return tick == kMuxmlUndef32 ? nlohmann::json(nullptr) : nlohmann::json(tick);
 }
 
+// Scientific octaves, as in the other commands: note 60 is C4.
+const CChordNamePrefs& NamePrefs() {
+  static const CChordNamePrefs prefs = [] {
+    CChordNamePrefs scientific = GetCurrentChordNamePrefs();
+    scientific.OctaveNumbering = 1;
+    return scientific;
+  }();
+  return prefs;
+}
+
 // The sounding note, spelled as written where the part is not transposed.
 std::string NoteName(const CMuxmlNote& note, const CMuxmlSignKey& signKey) {
   if (note.mNoteNr < 0) return "-";
   if (note.mNoteType == TMuxmlEnum_NoteType::kPitched &&
       note.mPitch.ToNoteNrLarge(signKey) == note.mNoteNr) {
-    return note.mPitch.ToString(signKey);
+    return note.mPitch.ToString(signKey, NamePrefs());
   }
   CNote sounding(note.mNoteNr, TEnh_n);
   sounding.MakeSensefulEnhAssumingCMajor();
-  return sounding.KeyName(GetCurrentChordNamePrefs()) + sounding.OctName(GetCurrentChordNamePrefs());
+  return sounding.KeyName(NamePrefs()) + sounding.OctName(NamePrefs());
 }
 
 std::string DirectionText(const CPositionedXMLElement& direction) {
@@ -144,8 +156,12 @@ void MusicXmlEventPrinter::didEncounterSignTime(const CMuxmlSignTime* signTime) 
 
 void MusicXmlEventPrinter::didEncounterSignKey(const CMuxmlSignKey* signKey) {
   _signKey = *signKey;
-  const std::string name = signKey->ConvertToCSignKeyTransposedPitch().Name();
-  const std::string sounding = signKey->ConvertToCSignKeySoundingPitch().Name();
+  const std::string name =
+      CSignKeyLite(signKey->ConvertToCSignKeyTransposedPitch()).NameLong(NamePrefs());
+  // A transposing part's key sounds elsewhere; without a transposition it is the same key.
+  const CSignKeyHeavy soundingKey = signKey->ConvertToCSignKeySoundingPitch();
+  const std::string sounding =
+      signKey->mPartTransposeAtSignKey.mChromatic == 0.0f ? name : CSignKeyLite(soundingKey).NameLong(NamePrefs());
   Line("key", signKey->mPositionAsMidiTicks,
        name + " (" + std::to_string(signKey->mFifths) + ")" +
            (sounding != name ? ", sounding " + sounding : ""),

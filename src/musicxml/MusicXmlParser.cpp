@@ -111,7 +111,7 @@ std::optional<TMusicXmlError> MusicXmlParser::wrapCompressedMusicXMLFile(
                                       *bytes, {true, DtdCatalogPath()}, xmlError)
                                 : nullptr;
     if (document) {
-      fullPath = StringObjectForXPath(CXMLElement(document, document->Root()),
+      fullPath = StringObjectForXPath(CXMLElement(document, document->DocumentNode()),
                                       ".//container//rootfiles//rootfile//@full-path");
     }
   }

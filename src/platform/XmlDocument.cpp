@@ -212,6 +212,8 @@ XmlDocument::~XmlDocument() {
 
 _xmlNode* XmlDocument::Root() const { return xmlDocGetRootElement(_doc); }
 
+_xmlNode* XmlDocument::DocumentNode() const { return reinterpret_cast<_xmlNode*>(_doc); }
+
 std::vector<_xmlNode*> XmlDocument::NodesForXPath(_xmlNode* contextNode,
                                                   std::string_view xpath) const {
   std::vector<_xmlNode*> nodes;

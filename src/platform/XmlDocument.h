@@ -38,6 +38,9 @@ class XmlDocument {
   XmlDocument& operator=(const XmlDocument&) = delete;
 
   _xmlNode* Root() const;
+  // The document itself as a node, the context in which an XPath starting with ".//" also
+  // finds the root element.
+  _xmlNode* DocumentNode() const;
 
   // The nodes an XPath finds from `context` (any node of this document); empty when the
   // expression is not valid XPath or finds no nodes.

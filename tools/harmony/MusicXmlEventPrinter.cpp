@@ -30,6 +30,13 @@ nlohmann::json TickJson(std::int64_t tick) {
   return tick == kMuxmlUndef32 ? nlohmann::json(nullptr) : nlohmann::json(tick);
 }
 
+// The import leaves every note on channel 0; in the MIDI file each part gets a channel of its
+// own so that a player can give it its own sound. Channel 10 (9 from 0) is the drums'.
+int ChannelOfTrack(std::size_t track) {
+  const int channel = static_cast<int>(track % 15);
+  return channel < 9 ? channel : channel + 1;
+}
+
 // Scientific octaves, as in the other commands: note 60 is C4.
 const CChordNamePrefs& NamePrefs() {
   static const CChordNamePrefs prefs = [] {
@@ -201,7 +208,8 @@ void MusicXmlEventPrinter::didEncounterNote(const CMuxmlNote* note) {
       _song.tracks.back().notes.push_back(
           {note->mPositionAsMidiTicks,
            note->mLengthAsMidiTicks == kMuxmlUndef32 ? 0 : note->mLengthAsMidiTicks,
-           static_cast<int>(note->mNoteNr), note->mVelocity, note->mMidiChannel});
+           static_cast<int>(note->mNoteNr), note->mVelocity,
+           ChannelOfTrack(_song.tracks.size() - 1)});
     }
   }
   std::string flags;

@@ -169,5 +169,25 @@ TEST_F(MusicXmlCommand, MidiFileReadsBackToTheImportedNotes) {
   EXPECT_GT(total, 100u);
 }
 
+// The same writer serves the voicings of a chord list: one chord after the other, each for the
+// beats asked, with the notes the text shows.
+TEST_F(MusicXmlCommand, VoicedChordsAsMidi) {
+  const auto run = RunTool("voice Dm7 G7 Cmaj7 --lead 72 --beats 2 --midi '" + _midi.string() + "'");
+  ASSERT_EQ(run.status, 0) << run.output;
+  int ticksPerQuarter = 0;
+  const auto tracks = ReadMidiNotes(_midi, ticksPerQuarter);
+  ASSERT_EQ(tracks.size(), 2u);
+  std::vector<MidiNote> expected;
+  const std::vector<std::vector<int>> chords = {{62, 65, 69, 72}, {62, 65, 67, 71}, {60, 64, 67, 71}};
+  for (std::size_t i = 0; i < chords.size(); ++i) {
+    for (const int noteNr : chords[i]) {
+      expected.emplace_back(static_cast<long>(i) * 1920, 1920, noteNr, 90);
+    }
+  }
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(tracks[1], expected);
+  EXPECT_TRUE(Contains(run.output, "G7     62 65 67 71  D4 F4 G4 B4")) << run.output;
+}
+
 }  // namespace
 }  // namespace harmony

@@ -1,7 +1,8 @@
 // harmony voice SYMBOL...: chord symbols as the MIDI notes an accompaniment plays, voiced
 // around the comping range, with their spelled names. --root-below adds the root an octave
 // lower; --lead moves the first voicing toward a note and every later one toward the top of
-// the voicing before it, so the top voice moves in small steps.
+// the voicing before it, so the top voice moves in small steps. --midi writes the voicings
+// as a standard MIDI file, one chord after the other, so they can be heard.
 
 #include <array>
 #include <cctype>
@@ -12,6 +13,7 @@
 
 #include "Command.h"
 #include "KeyCommandSupport.h"
+#include "MidiFile.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/ChordSymbolParser.h"
@@ -27,7 +29,11 @@ struct VoiceOptions {
   bool rootBelow = false;
   std::string lead;
   bool ascii = false;
+  std::string midi;
+  int beats = 4;
 };
+
+constexpr int kTicksPerQuarter = 960;
 
 CChordLite ReadChord(const std::string& text, const CChordNamePrefs& prefs) {
   const CChordLite chord(text, ChordSetFromStringPrefs(), prefs);
@@ -134,10 +140,20 @@ void RunVoice(const VoiceOptions& options) {
   TChordVoicingPrefs voicingPrefs;
   voicingPrefs.AddRootOctaveBelow = options.rootBelow ? 1 : 0;
 
+  if (options.beats < 1 || options.beats > 64) {
+    throw InputError("--beats must be 1..64, not " + std::to_string(options.beats));
+  }
+  const std::int64_t chordTicks = std::int64_t{options.beats} * kTicksPerQuarter;
+  TMidiSong song;
+  song.ticksPerQuarter = kTicksPerQuarter;
+  song.tempos.push_back({});
+  song.timeSignatures.push_back({});
+  song.tracks.push_back({"Chords", {}});
+
   KeyTextTable table({"chord", "notes", "names"});
   for (std::size_t i = 0; i < chords.size(); ++i) {
     std::vector<unsigned char> notes = chords[i].VoicingNotesNrs(voicingPrefs);
-    if (notes.empty()) {
+    if (notes.empty()) {  // no chord: silence for its beats
       table.AddRow({options.symbols[i], "-", "no chord"});
       continue;
     }
@@ -147,8 +163,16 @@ void RunVoice(const VoiceOptions& options) {
       target = notes.back();
     }
     table.AddRow({options.symbols[i], NumbersText(notes), NoteNames(enhs, notes, prefs)});
+    for (const unsigned char noteNr : notes) {
+      song.tracks.back().notes.push_back(
+          {static_cast<std::int64_t>(i) * chordTicks, chordTicks, noteNr, 90, 0});
+    }
   }
   table.Print(std::cout);
+  std::string midiError;
+  if (!options.midi.empty() && !WriteMidiFile(song, options.midi, midiError)) {
+    throw InputError(midiError);
+  }
 }
 
 const CommandRegistration kRegistration{
@@ -163,6 +187,10 @@ const CommandRegistration kRegistration{
           "Move the first voicing's top toward this note (number or name, e.g. 60 or C4)"
           " and each later one toward the top of the one before");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      cmd->add_option("--midi", options->midi,
+                      "Write the voicings as a standard MIDI file, one chord after the other");
+      cmd->add_option("--beats", options->beats,
+                      "Quarter notes each chord lasts in the MIDI file (default 4)");
       cmd->footer(
           "Note 60 is middle C, written C4. The root sits in 53..65 with the chord tones above it; "
           "ninths,\n"

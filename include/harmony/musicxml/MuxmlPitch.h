@@ -32,7 +32,10 @@ class CMuxmlPitch : public TraceFamily<CMuxmlPitch> {
   std::string ToString(const CMuxmlSignKey& signKey,
                        const CChordNamePrefs& prefs = GetCurrentChordNamePrefs()) const;
 
-  bool operator==(const CMuxmlPitch& other) const = default;
+  // Written out: the trace base has no comparison to default to.
+  bool operator==(const CMuxmlPitch& other) const {
+    return mStep == other.mStep && mAlteration == other.mAlteration && mOctave == other.mOctave;
+  }
 
   void WriteTrace(std::ostream& out) const;
   void WriteTraceBrief(std::ostream& out) const;

@@ -38,7 +38,8 @@ run_one() {  # prints "ok COUNT", "refused PATH: message" or "crashed STATUS PAT
   rm -f "$errors"
   case $status in
     0) echo "ok $counted" ;;
-    1) echo "refused $3: ${output:0:200}" ;;
+    1) output=${output//$'
+'/ }; echo "refused $3: ${output:0:200}" ;;
     *) echo "crashed $status $3" ;;
   esac
 }

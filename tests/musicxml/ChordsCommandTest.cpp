@@ -77,6 +77,11 @@ TEST_F(ChordsCommand, AnalysesAMusicXmlFileToldByItsContentAndFindsItsRepeats) {
   // only Gm7 C7 come again.
   EXPECT_TRUE(Contains(result.output, "12.00     2  3 bars back")) << result.output;
 
+  // The scale suggestions read the same files.
+  const auto scales = RunTool("scales --at 2 --top 1 --file '" + path + "'");
+  EXPECT_EQ(scales.status, 0) << scales.output;
+  EXPECT_TRUE(Contains(scales.output, "C Mixolydian: C D E F G A B")) << scales.output;
+
   // From standard input, and with a key that replaces the file's.
   const auto keyed = RunTool("analyse --key D --file - < '" + path + "'");
   EXPECT_TRUE(Contains(keyed.output, "Sign key D Major")) << keyed.output;

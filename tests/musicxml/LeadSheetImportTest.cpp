@@ -10,6 +10,7 @@
 #include <string>
 
 #include "TestPaths.h"
+#include "harmony/analysis/HarmonicAnalyse.h"
 #include "harmony/musicxml/MusicXMLDoc.h"
 #include "musicxml/CompressedMusicXml.h"
 #include "musicxml/MusicXmlParserHarmonyDelegate.h"
@@ -85,7 +86,7 @@ TEST(LeadSheetImport, HarmoniesAsWrittenAndAsPlayedOut) {
   }
 }
 
-TEST(LeadSheetImport, EveryLeadSheetAndChordSymbolFileImports) {
+TEST(LeadSheetImport, EveryLeadSheetAndChordSymbolFileImportsAndAnalyses) {
   if (!fs::exists(kMusicXml)) GTEST_SKIP() << "test data not found at " << kMusicXml;
   std::size_t files = 0;
   std::size_t written = 0;
@@ -102,6 +103,12 @@ TEST(LeadSheetImport, EveryLeadSheetAndChordSymbolFileImports) {
       ++files;
       written += HarmonyElementsInText(xml);
       imported += doc.Harmonies.size();
+      // What was imported analyses, and its repeats are found, whatever the file held.
+      CHarmonicAnalyse analyse;
+      analyse.AnalyseFromMusicXMLDoc(doc, CHarmonicAnalyse::kAnalyseTonicProgressions);
+      CHarmCopies copies;
+      analyse.FindHarmCopies(copies);
+      EXPECT_FALSE(analyse.HarmSignKeys().empty()) << entry.path();
     }
   }
   EXPECT_EQ(files, 525u);

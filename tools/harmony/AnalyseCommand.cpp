@@ -10,6 +10,7 @@
 #include <sstream>
 #include <string>
 
+#include "AnalyseInput.h"
 #include "AnalyseSupport.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
@@ -32,25 +33,6 @@ struct AnalyseOptions {
   bool ascii = false;
   bool repeats = false;
 };
-
-struct TMethodName {
-  const char* name;
-  CHarmonicAnalyse::TAnalyse analyse;
-};
-
-constexpr std::array<TMethodName, 4> kMethods{{
-    {"none", CHarmonicAnalyse::kAnalyseNone},
-    {"tonic", CHarmonicAnalyse::kAnalyseTonicProgressions},
-    {"cadence", CHarmonicAnalyse::kAnalyseCadenceProgressions},
-    {"weights", CHarmonicAnalyse::kAnalyseCenterWeights},
-}};
-
-CHarmonicAnalyse::TAnalyse MethodFromName(const std::string& name) {
-  for (const TMethodName& method : kMethods) {
-    if (name == method.name) return method.analyse;
-  }
-  return CHarmonicAnalyse::kAnalyseNone;
-}
 
 std::string PositionText(double position) {
   if (IsHarmAnlsUndef(position)) return "-";
@@ -134,15 +116,6 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
   }
 }
 
-CHarmAnlsSignKeys GivenSignKeys(const std::string& text, const CChordNamePrefs& prefs) {
-  if (text.empty()) return {};
-  const CSignKeyLite signKey(text, prefs);
-  if (signKey.IsUndef()) {
-    throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. G, Em)");
-  }
-  return {CHarmAnlsSignKey(kHarmAnlsUndefDouble, 0.0, signKey)};
-}
-
 // The passages that come again, each pointing back to its first occurrence.
 void PrintCopies(const CHarmCopies& copies) {
   std::cout << (copies.empty() ? "No repeated passages\n" : "Repeated passages\n");
@@ -167,36 +140,22 @@ void PrintCopiesJson(const CHarmCopies& copies) {
   std::cout << "]}\n";
 }
 
-// A MusicXML file (plain or compressed) or a chord-string file, told apart by content.
-void FillFromFile(CHarmonicAnalyse& analyse, const AnalyseOptions& options,
-                  const CHarmAnlsSignKeys& givenKeys) {
-  const std::string label = options.file == "-" ? "standard input" : options.file;
-  std::string bytes = ReadInputBytes(options.file);
-  const CHarmonicAnalyse::TAnalyse method = MethodFromName(options.method);
-  if (!LooksLikeMusicXml(bytes)) {
-    analyse.AnalyseFromChordString(bytes, givenKeys, method, TChordStringParse());
-    return;
-  }
-  TMusicXMLDoc doc = ImportMusicXmlHarmonies(label, std::move(bytes));
-  // A key given on the command line stands for the whole piece instead of the file's keys.
-  if (!givenKeys.empty()) {
-    doc.HarmSignKeys.clear();
-    analyse.FillManually_AppendSignKey(givenKeys.front());
-  }
-  analyse.AnalyseFromMusicXMLDoc(doc, method);
-}
-
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
   const CHarmAnlsSignKeys givenKeys = GivenSignKeys(options.key, prefs);
+  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
   CHarmonicAnalyse analyse;
   if (!options.file.empty()) {
-    FillFromFile(analyse, options, givenKeys);
+    TChordsFile file = ReadChordsFile(options.file);
+    if (file.musicXml) {
+      AnalyseMusicXml(analyse, std::move(*file.musicXml), givenKeys, method);
+    } else {
+      analyse.AnalyseFromChordString(file.chordList, givenKeys, method, TChordStringParse());
+    }
   } else {
-    analyse.AnalyseFromChordString(options.text, givenKeys, MethodFromName(options.method),
-                                   TChordStringParse());
+    analyse.AnalyseFromChordString(options.text, givenKeys, method, TChordStringParse());
   }
   CHarmCopies copies;
   if (options.repeats) analyse.FindHarmCopies(copies);

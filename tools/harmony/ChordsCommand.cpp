@@ -28,18 +28,24 @@ struct ChordsOptions {
   bool ascii = false;
 };
 
+// A place in song time; a chord whose length the file leaves unset pushes the places after it
+// out of any song, and those have none.
 struct TBarAndBeat {
+  bool known = false;
   long long bar = 1;  // from 1
   double beat = 1.0;  // quarter notes into the bar, from 1
 };
 
 // Bars follow the time signatures met in song time; before the first one a bar is 4/4.
 TBarAndBeat BarAndBeat(const std::vector<TMusicXMLTimeSignature>& signatures, double position) {
+  constexpr double kLongestSong = 1e9;  // quarter notes
+  if (!(position >= 0.0 && position < kLongestSong)) return {};
   double start = 0.0;
   double barLength = 4.0;
   double barsBefore = 0.0;
   for (const TMusicXMLTimeSignature& signature : signatures) {
     if (signature.Position > position) break;
+    if (!(signature.Position >= start)) continue;  // placed by a broken chord length
     barsBefore += std::floor((signature.Position - start) / barLength + 1e-9);
     start = signature.Position;
     if (signature.Beats > 0 && signature.BeatType > 0) {
@@ -47,7 +53,9 @@ TBarAndBeat BarAndBeat(const std::vector<TMusicXMLTimeSignature>& signatures, do
     }
   }
   const double bars = std::floor((position - start) / barLength + 1e-9);
+  if (!(std::abs(barsBefore + bars) < kLongestSong)) return {};
   TBarAndBeat result;
+  result.known = true;
   result.bar = static_cast<long long>(barsBefore + bars) + 1;
   result.beat = position - start - bars * barLength + 1.0;
   return result;
@@ -111,9 +119,10 @@ void PrintText(const TMusicXMLDoc& doc, const CChordNamePrefs& prefs) {
                      {true, true, true, true});
   for (const TMusicXMLHarmony& harmony : doc.Harmonies) {
     const TBarAndBeat place = BarAndBeat(doc.TimeSignatures, harmony.Position);
-    table.AddRow({Fixed(harmony.Position), Fixed(harmony.Length), std::to_string(place.bar),
-                  Fixed(place.beat), ChordName(harmony, prefs), PitchText(harmony.Root),
-                  KindText(harmony), PitchText(harmony.Bass)});
+    table.AddRow({Fixed(harmony.Position), Fixed(harmony.Length),
+                  place.known ? std::to_string(place.bar) : "-",
+                  place.known ? Fixed(place.beat) : "-", ChordName(harmony, prefs),
+                  PitchText(harmony.Root), KindText(harmony), PitchText(harmony.Bass)});
   }
   table.Print(std::cout);
 }
@@ -137,8 +146,8 @@ nlohmann::json HarmonyJson(const TMusicXMLDoc& doc, const TMusicXMLHarmony& harm
   const TBarAndBeat place = BarAndBeat(doc.TimeSignatures, harmony.Position);
   nlohmann::json json = {{"position", NumberOrNull(harmony.Position)},
                          {"length", NumberOrNull(harmony.Length)},
-                         {"bar", place.bar},
-                         {"beat", NumberOrNull(place.beat)},
+                         {"bar", place.known ? nlohmann::json(place.bar) : nullptr},
+                         {"beat", place.known ? nlohmann::json(place.beat) : nullptr},
                          {"name", ChordName(harmony, prefs)},
                          {"root", PitchJson(harmony.Root)},
                          {"kind", harmony.Kind},

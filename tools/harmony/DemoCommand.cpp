@@ -20,6 +20,7 @@
 #include "MusicXmlInput.h"
 #include "PlayedChordSupport.h"
 #include "ScaleCommandSupport.h"
+#include "ScalesSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordSymbolParser.h"
@@ -263,6 +264,18 @@ void DemoMusicXmlEvents() {
   }
 }
 
+// What to play over a II-V-I in major and in minor: each chord measured against the key the
+// analysis found, the three best scales first.
+void DemoScaleSuggestions() {
+  for (const char* list : {"Dm7 . G7 . | Cmaj7 . . .", "Dm7b5 . G7b9 . | Cm6 . . ."}) {
+    Heading(std::string("Scales to play over ") + list);
+    std::vector<TChordSuggestions> entries = SuggestScalesForChordList(
+        list, {}, CHarmonicAnalyse::kAnalyseTonicProgressions, {}, std::nullopt);
+    KeepFirstScales(entries, 3);
+    PrintScaleSuggestions(entries, GetCurrentChordNamePrefs());
+  }
+}
+
 // Chords a player holds, by MIDI note numbers, with the root found by the trained net and by
 // the weight tables. The spelled notes are those of the net's reading.
 void DemoPlayedChords() {
@@ -309,6 +322,7 @@ void RunDemo() {
   DemoLeadSheet();
   DemoMusicXmlLeadSheet();
   DemoMusicXmlEvents();
+  DemoScaleSuggestions();
   DemoVoicing();
   DemoPlayedChords();
   DemoGuitarGrid();

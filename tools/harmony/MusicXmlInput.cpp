@@ -69,4 +69,25 @@ TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes
   return doc;
 }
 
+TChordsFile ReadChordsFile(const std::string& path) {
+  const std::string label = path == "-" ? "standard input" : path;
+  std::string bytes = ReadInputBytes(path);
+  TChordsFile file;
+  if (LooksLikeMusicXml(bytes)) {
+    file.musicXml = ImportMusicXmlHarmonies(label, std::move(bytes));
+  } else {
+    file.chordList = std::move(bytes);
+  }
+  return file;
+}
+
+void AnalyseMusicXml(CHarmonicAnalyse& analyse, TMusicXMLDoc doc,
+                     const CHarmAnlsSignKeys& givenKeys, CHarmonicAnalyse::TAnalyse method) {
+  if (!givenKeys.empty()) {
+    doc.HarmSignKeys.clear();
+    analyse.FillManually_AppendSignKey(givenKeys.front());
+  }
+  analyse.AnalyseFromMusicXMLDoc(doc, method);
+}
+
 }  // namespace harmony::tool

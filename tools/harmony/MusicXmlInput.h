@@ -3,9 +3,11 @@
 // apart from chord lists by their content. A compressed file is unpacked here: its root file
 // is the one META-INF/container.xml names, else the first .xml file at the top of the archive.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "harmony/analysis/HarmonicAnalyse.h"
 #include "harmony/musicxml/MusicXMLDoc.h"
 
 namespace harmony::tool {
@@ -24,5 +26,18 @@ std::string PlainMusicXml(const std::string& label, std::string bytes);
 // The harmony import of a file's bytes; InputError naming the file, line and column when the
 // file is no well-formed XML.
 TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes);
+
+// A file of chords as the analysing commands take it: MusicXML (plain or compressed), told by
+// its content, or else a chord list.
+struct TChordsFile {
+  std::optional<TMusicXMLDoc> musicXml;
+  std::string chordList;
+};
+TChordsFile ReadChordsFile(const std::string& path);
+
+// The analysis of an imported MusicXML file; keys given on the command line stand for the
+// whole piece instead of the file's.
+void AnalyseMusicXml(CHarmonicAnalyse& analyse, TMusicXMLDoc doc,
+                     const CHarmAnlsSignKeys& givenKeys, CHarmonicAnalyse::TAnalyse method);
 
 }  // namespace harmony::tool

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -17,6 +18,7 @@
 #include "KeyCommandSupport.h"
 #include "MidiFile.h"
 #include "MusicXmlEventPrinter.h"
+#include "MarkovSupport.h"
 #include "MusicXmlInput.h"
 #include "PlayedChordSupport.h"
 #include "ScaleCommandSupport.h"
@@ -35,6 +37,7 @@
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/Semitones.h"
+#include "platform/Random.h"
 
 namespace harmony::tool {
 
@@ -311,6 +314,27 @@ void DemoVoicing() {
   }
 }
 
+// The chord model learned chords relative to their harmonic center, so one seed draws the same
+// progression in every key.
+void DemoMarkov() {
+  Heading("Progressions drawn from the bundled chord model");
+  std::unique_ptr<VariableLengthMarkovModel> model;
+  try {
+    model = LoadMarkovModel("");
+  } catch (const InputError&) {
+    std::cout << "(the bundled model is missing)\n";
+    return;
+  }
+  const CChordNamePrefs prefs = GetCurrentChordNamePrefs();
+  for (const char* key : {"C", "Eb", "F#"}) {
+    platform::SeedRandom(1);
+    const CHarmCenterLite center{CSignKeyLite(key, prefs)};
+    const TMarkovBars generated = GenerateMarkovBars(*model, 4, center, 20, 0.0);
+    std::cout << std::left << std::setw(3) << key << std::right
+              << " seed 1: " << ChordListText(generated.Chords, prefs, "N.C.") << '\n';
+  }
+}
+
 void RunDemo() {
   std::cout << "harmony demo: music theory for a digital audio workstation\n";
   DemoKeys();
@@ -326,6 +350,7 @@ void RunDemo() {
   DemoVoicing();
   DemoPlayedChords();
   DemoGuitarGrid();
+  DemoMarkov();
 }
 
 const CommandRegistration kRegistration{

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <tuple>
@@ -187,6 +188,25 @@ TEST_F(MusicXmlCommand, VoicedChordsAsMidi) {
   std::sort(expected.begin(), expected.end());
   EXPECT_EQ(tracks[1], expected);
   EXPECT_TRUE(Contains(run.output, "G7     62 65 67 71  D4 F4 G4 B4")) << run.output;
+}
+
+// A generated progression is heard the same way: its chords in the bars asked for.
+TEST_F(MusicXmlCommand, GeneratedProgressionAsMidi) {
+  const auto run =
+      RunTool("markov generate --bars 4 --seed 3 --midi '" + _midi.string() + "'");
+  ASSERT_EQ(run.status, 0) << run.output;
+  int ticksPerQuarter = 0;
+  const auto tracks = ReadMidiNotes(_midi, ticksPerQuarter);
+  ASSERT_EQ(tracks.size(), 2u);
+  std::set<long> starts;
+  for (const MidiNote& note : tracks[1]) {
+    starts.insert(std::get<0>(note));
+    EXPECT_LE(std::get<0>(note) + std::get<1>(note), 16 * 960);
+    EXPECT_GT(std::get<1>(note), 0);
+  }
+  // At least a chord a bar, every chord of three notes or more.
+  EXPECT_GE(starts.size(), 4u);
+  EXPECT_GE(tracks[1].size(), 3 * starts.size());
 }
 
 }  // namespace

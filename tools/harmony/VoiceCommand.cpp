@@ -13,7 +13,7 @@
 
 #include "Command.h"
 #include "KeyCommandSupport.h"
-#include "MidiFile.h"
+#include "ChordMidi.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/ChordSymbolParser.h"
@@ -32,8 +32,6 @@ struct VoiceOptions {
   std::string midi;
   int beats = 4;
 };
-
-constexpr int kTicksPerQuarter = 960;
 
 CChordLite ReadChord(const std::string& text, const CChordNamePrefs& prefs) {
   const CChordLite chord(text, ChordSetFromStringPrefs(), prefs);
@@ -143,12 +141,7 @@ void RunVoice(const VoiceOptions& options) {
   if (options.beats < 1 || options.beats > 64) {
     throw InputError("--beats must be 1..64, not " + std::to_string(options.beats));
   }
-  const std::int64_t chordTicks = std::int64_t{options.beats} * kTicksPerQuarter;
-  TMidiSong song;
-  song.ticksPerQuarter = kTicksPerQuarter;
-  song.tempos.push_back({});
-  song.timeSignatures.push_back({});
-  song.tracks.push_back({"Chords", {}});
+  TMidiSong song = ChordSong();
 
   KeyTextTable table({"chord", "notes", "names"});
   for (std::size_t i = 0; i < chords.size(); ++i) {
@@ -163,10 +156,7 @@ void RunVoice(const VoiceOptions& options) {
       target = notes.back();
     }
     table.AddRow({options.symbols[i], NumbersText(notes), NoteNames(enhs, notes, prefs)});
-    for (const unsigned char noteNr : notes) {
-      song.tracks.back().notes.push_back(
-          {static_cast<std::int64_t>(i) * chordTicks, chordTicks, noteNr, 90, 0});
-    }
+    AddChordNotes(song, notes, static_cast<double>(i * options.beats), options.beats);
   }
   table.Print(std::cout);
   std::string midiError;

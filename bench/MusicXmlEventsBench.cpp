@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "harmony/musicxml/MusicXmlParser.h"
+#include "platform/XmlDocument.h"
 
 namespace harmony {
 namespace {
@@ -105,6 +106,19 @@ void BM_EventImportRepeated(benchmark::State& state) {
   Import(state, RepeatedScore(static_cast<int>(state.range(0))), false);
 }
 BENCHMARK(BM_EventImportRepeated)->RangeMultiplier(2)->Range(1, 8)->Unit(benchmark::kMillisecond);
+
+// The tree alone, which the import builds before its events so that it can look ahead.
+void BM_TreeParse(benchmark::State& state) {
+  const std::string xml = fs::exists(kScore) ? ReadAll(kScore) : std::string();
+  if (xml.empty()) state.SkipWithError("the sample score is missing");
+  for (auto _ : state) {
+    platform::XmlError error;
+    benchmark::DoNotOptimize(platform::XmlDocument::Parse(xml, {false, {}}, error));
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                          static_cast<std::int64_t>(xml.size()));
+}
+BENCHMARK(BM_TreeParse)->Unit(benchmark::kMillisecond);
 
 void StartElement(void*, const xmlChar*, const xmlChar*, const xmlChar*, int, const xmlChar**, int,
                   int, const xmlChar**) {}

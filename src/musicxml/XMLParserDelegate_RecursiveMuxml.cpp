@@ -198,6 +198,31 @@ void XMLParserDelegate_RecursiveMuxml::showParsingErrorAlert(platform::XmlEventP
 
 // --- Reading the score
 
+const XMLParserDelegate_RecursiveMuxml::DocumentLookups& XMLParserDelegate_RecursiveMuxml::Lookups() {
+  if (RootDelegate != this) return RootDelegate->Lookups();
+  if (!_lookups) {
+    DocumentLookups lookups;
+    for (const CXMLElement& part : wholeDocumentXML.NodesForXPath(".//part")) {
+      const std::optional<std::string> id = StringObjectForXPath(part, "@id");
+      if (id) lookups.partsByID.emplace(*id, part);  // the first of an id stays
+    }
+    lookups.hasChord = !XMLElementForXPath(wholeDocumentXML, "//chord").IsNone();
+    lookups.firstTime = XMLElementForXPath(wholeDocumentXML, "//time");
+    _lookups = std::move(lookups);
+  }
+  return *_lookups;
+}
+
+CXMLElement XMLParserDelegate_RecursiveMuxml::PartXMLWithID(const std::string& id) {
+  const auto& parts = Lookups().partsByID;
+  const auto found = parts.find(id);
+  return found == parts.end() ? CXMLElement() : found->second;
+}
+
+bool XMLParserDelegate_RecursiveMuxml::DocumentHasChord() { return Lookups().hasChord; }
+
+CXMLElement XMLParserDelegate_RecursiveMuxml::FirstTimeXML() { return Lookups().firstTime; }
+
 std::int32_t XMLParserDelegate_RecursiveMuxml::MidiTicksPerQuarter() const {
   return Context().TicksPerQuarter();
 }

@@ -11,7 +11,9 @@
 // passed to the parent's handler when the class has no use for it.
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -125,6 +127,13 @@ class XMLParserDelegate_RecursiveMuxml : public platform::XmlEventDelegate,
   std::unique_ptr<MusicXmlContext> musicXmlContext;  // the root's
   CXMLElement wholeDocumentXML;                      // the root's
   CXMLElement partListXML;                           // the root's
+  // Look-ups in the whole document whose answers never change while the import runs, found
+  // once on the root instead of by a walk through the whole tree at every part or note.
+  // The first ".//part" with the id, or none.
+  CXMLElement PartXMLWithID(const std::string& id);
+  // Whether "//chord" finds anything, and the first "//time" element.
+  bool DocumentHasChord();
+  CXMLElement FirstTimeXML();
   std::string currentElementName;
   CKeptXMLAttributes currentAttributes;
 
@@ -138,6 +147,13 @@ class XMLParserDelegate_RecursiveMuxml : public platform::XmlEventDelegate,
   void showParsingErrorAlert(platform::XmlEventParser& parser, const platform::XmlError& error);
 
  private:
+  struct DocumentLookups {
+    std::map<std::string, CXMLElement> partsByID;
+    bool hasChord = false;
+    CXMLElement firstTime;
+  };
+  const DocumentLookups& Lookups();
+  std::optional<DocumentLookups> _lookups;  // the root's, on first use
   bool _trace = false;
   MusicXmlParserDelegate* _host = nullptr;  // the root's
 };

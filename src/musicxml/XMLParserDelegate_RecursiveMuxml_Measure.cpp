@@ -70,11 +70,12 @@ void XMLParserDelegate_RecursiveMuxml_Measure::_encounteredMeasureStart_detectIn
 // The bar's content: the durations of its notes, less backups, plus forwards. A `chord`
 // anywhere in the file leaves every note out, since the look-up is absolute.
 std::int32_t XMLParserDelegate_RecursiveMuxml_Measure::_findMaxPosInCurrentPartMeasureAsDuration() const {
+  const bool documentHasChord = RootDelegate->DocumentHasChord();
   long long sum = 0;
   for (const CXMLElement& child : Context().CurrentPartMeasureXML().ChildElements()) {
     const std::string name = child.Name();
     const long long duration = IntValueForXPath(child, "duration", 0);
-    if (name == "note" && XMLElementForXPath(child, "//chord").IsNone()) sum += duration;
+    if (name == "note" && !documentHasChord) sum += duration;
     if (name == "backup") sum -= duration;
     if (name == "forward") sum += duration;
   }
@@ -87,7 +88,7 @@ std::int32_t XMLParserDelegate_RecursiveMuxml_Measure::
   const CXMLElement measureXML = context.CurrentPartMeasureXML();
   context.UpdateCurrentDivisionsPQNFromXmlElement(measureXML);
   CMuxmlSignTime signTime;
-  const CXMLElement time = XMLElementForXPath(measureXML, "//time");
+  const CXMLElement time = RootDelegate->FirstTimeXML();
   for (const CXMLElement& child : time.ChildElements()) {
     signTime.SetElementFromString(child.Name(), child.StringValue());
   }

@@ -42,8 +42,7 @@ void XMLParserDelegate_RecursiveMuxml_Part::_encounteredPartStart_setRootDelegat
   context.SetCurrentSignTime(signTime);
   CurrentPartID.assign(attributes.ValueOr("id"));
   context.setCurrentDivisionsPQN(1);
-  const CXMLElement partXML = XMLElementForXPath(
-      RootDelegate->wholeDocumentXML, ".//part[@id=" + platform::XPathLiteral(CurrentPartID) + "]");
+  const CXMLElement partXML = RootDelegate->PartXMLWithID(CurrentPartID);
   context.setCurrentPartXML(partXML);
   if (partXML.IsNone()) return;
   // The part's first divisions hold from before its first note.

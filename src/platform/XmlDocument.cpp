@@ -150,6 +150,46 @@ bool StartsLikeUcs4(std::string_view bytes) {
   return false;
 }
 
+
+// The compiled form of each expression, kept per thread: the import asks the same few paths
+// for every note and bar. Bounded, since a path may carry an id from the score.
+class CompiledXPaths {
+ public:
+  ~CompiledXPaths() { Clear(); }
+  xmlXPathCompExprPtr Get(xmlXPathContextPtr context, std::string_view xpath) {
+    const auto found = _compiled.find(xpath);
+    if (found != _compiled.end()) return found->second;
+    if (_compiled.size() >= kMaxExpressions) Clear();
+    const std::string expression(xpath);
+    xmlXPathCompExprPtr compiled =
+        xmlXPathCtxtCompile(context, reinterpret_cast<const xmlChar*>(expression.c_str()));
+    _compiled.emplace(expression, compiled);
+    return compiled;
+  }
+
+ private:
+  static constexpr std::size_t kMaxExpressions = 512;
+  void Clear() {
+    for (auto& [expression, compiled] : _compiled) xmlXPathFreeCompExpr(compiled);
+    _compiled.clear();
+  }
+  std::map<std::string, xmlXPathCompExprPtr, std::less<>> _compiled;
+};
+
+// The value of `xpath` from `node`; nothing when the expression is not valid XPath. The
+// caller frees the result.
+xmlXPathObjectPtr EvaluateXPath(xmlDocPtr doc, xmlNodePtr node, std::string_view xpath) {
+  thread_local CompiledXPaths compiledXPaths;
+  xmlXPathContextPtr context = xmlXPathNewContext(doc);
+  if (context == nullptr) return nullptr;
+  context->node = node;
+  context->error = &IgnoreError;
+  xmlXPathCompExprPtr compiled = compiledXPaths.Get(context, xpath);
+  xmlXPathObjectPtr result = compiled ? xmlXPathCompiledEval(compiled, context) : nullptr;
+  xmlXPathFreeContext(context);
+  return result;
+}
+
 }  // namespace
 
 std::shared_ptr<XmlDocument> XmlDocument::Parse(std::string_view bytes, const Options& options,
@@ -217,36 +257,22 @@ _xmlNode* XmlDocument::DocumentNode() const { return reinterpret_cast<_xmlNode*>
 std::vector<_xmlNode*> XmlDocument::NodesForXPath(_xmlNode* contextNode,
                                                   std::string_view xpath) const {
   std::vector<_xmlNode*> nodes;
-  xmlXPathContextPtr context = xmlXPathNewContext(_doc);
-  if (context == nullptr) return nodes;
-  context->node = contextNode;
-  context->error = &IgnoreError;
-  const std::string expression(xpath);
-  xmlXPathObjectPtr result =
-      xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(expression.c_str()), context);
+  xmlXPathObjectPtr result = EvaluateXPath(_doc, contextNode, xpath);
   if (result != nullptr && result->type == XPATH_NODESET && result->nodesetval != nullptr) {
     for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
       nodes.push_back(result->nodesetval->nodeTab[i]);
     }
   }
   xmlXPathFreeObject(result);
-  xmlXPathFreeContext(context);
   return nodes;
 }
 
 std::optional<double> XmlDocument::NumberForXPath(_xmlNode* contextNode,
                                                   std::string_view xpath) const {
-  xmlXPathContextPtr context = xmlXPathNewContext(_doc);
-  if (context == nullptr) return std::nullopt;
-  context->node = contextNode;
-  context->error = &IgnoreError;
-  const std::string expression(xpath);
-  xmlXPathObjectPtr result =
-      xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(expression.c_str()), context);
+  xmlXPathObjectPtr result = EvaluateXPath(_doc, contextNode, xpath);
   std::optional<double> number;
   if (result != nullptr && result->type == XPATH_NUMBER) number = result->floatval;
   xmlXPathFreeObject(result);
-  xmlXPathFreeContext(context);
   return number;
 }
 

@@ -81,7 +81,8 @@ void InitOnce() {
 // Catalogs are read once per path and kept for the life of the process.
 const TLocalDtds* LocalDtdsFor(const std::string& catalogPath) {
   static std::mutex mutex;
-  static std::map<std::string, TLocalDtds> loaded;
+  // Never destroyed, so the catalogs stay reachable to the end.
+  static auto& loaded = *new std::map<std::string, TLocalDtds>;
   std::lock_guard<std::mutex> lock(mutex);
   auto found = loaded.find(catalogPath);
   if (found == loaded.end()) {

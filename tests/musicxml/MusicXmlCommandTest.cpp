@@ -69,6 +69,12 @@ TEST_F(MusicXmlCommand, EventLinesJsonAndOnePart) {
   EXPECT_TRUE(Contains(all.output, "note      P1"));
   EXPECT_FALSE(Contains(one.output, "note      P1"));
   EXPECT_TRUE(Contains(one.output, "note      P3"));
+
+  // A compressed score from standard input is recognised by its bytes.
+  const auto piped = RunTool("musicxml - < '" + (kSamples / "Telemann.mxl").string() + "' --lenient");
+  ASSERT_EQ(piped.status, 0) << piped.output;
+  const auto named = RunTool("musicxml --lenient '" + (kSamples / "Telemann.mxl").string() + "'");
+  EXPECT_EQ(piped.output, named.output);
 }
 
 TEST_F(MusicXmlCommand, RefusalsAreMessagesNotCrashes) {

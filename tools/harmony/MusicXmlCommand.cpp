@@ -50,29 +50,39 @@ class AlertCounter {
   TAlertHandler _previous;
 };
 
-// The lenient reading unpacks a compressed file the tool's way (a root file in a folder, or
-// the first .xml when the container cannot be read) into a temporary plain file.
-class LenientInput {
+// The file the import reads. Standard input ("-") is written to a temporary file first, named
+// .mxl when it is a zip archive. The lenient reading unpacks a compressed file the tool's way
+// (a root file in a folder, or the first .xml when the container cannot be read) into a
+// temporary plain file.
+class ScoreInput {
  public:
-  explicit LenientInput(const std::string& path) : _path(path) {
+  ScoreInput(const std::string& path, bool lenient) : _path(path) {
+    if (path != "-" && !lenient) return;
     std::string bytes = ReadInputBytes(path);
-    if (!LooksLikeMusicXml(bytes) || bytes.substr(0, 2) != "PK") return;
-    const std::string plain = PlainMusicXml(path, std::move(bytes));
-    _temporary = std::filesystem::temp_directory_path() /
-                 ("harmony-musicxml-" + std::to_string(::getpid()) + ".xml");
-    std::ofstream(_temporary, std::ios::binary) << plain;
-    _path = _temporary.string();
+    const bool zipped = bytes.substr(0, 2) == "PK";
+    if (lenient && zipped && LooksLikeMusicXml(bytes)) {
+      Write(PlainMusicXml(path, std::move(bytes)), ".xml");
+    } else if (path == "-") {
+      Write(bytes, zipped ? ".mxl" : ".xml");
+    }
   }
-  ~LenientInput() {
+  ~ScoreInput() {
     std::error_code error;
     if (!_temporary.empty()) std::filesystem::remove(_temporary, error);
   }
-  LenientInput(const LenientInput&) = delete;
-  LenientInput& operator=(const LenientInput&) = delete;
+  ScoreInput(const ScoreInput&) = delete;
+  ScoreInput& operator=(const ScoreInput&) = delete;
 
   const std::string& path() const { return _path; }
 
  private:
+  void Write(const std::string& bytes, const char* extension) {
+    _temporary = std::filesystem::temp_directory_path() /
+                 ("harmony-musicxml-" + std::to_string(::getpid()) + extension);
+    std::ofstream(_temporary, std::ios::binary) << bytes;
+    _path = _temporary.string();
+  }
+
   std::string _path;
   std::filesystem::path _temporary;
 };
@@ -87,12 +97,8 @@ void RunMusicXml(const MusicXmlOptions& options) {
   if (options.ticks < 1 || options.ticks > 32767) {
     throw InputError("--ticks must be 1..32767, not " + std::to_string(options.ticks));
   }
-  std::unique_ptr<LenientInput> lenient;
-  std::string path = options.file;
-  if (options.lenient) {
-    lenient = std::make_unique<LenientInput>(options.file);
-    path = lenient->path();
-  }
+  const ScoreInput input(options.file, options.lenient);
+  const std::string& path = input.path();
   MusicXmlEventPrinter printer(std::cout, options.json, options.part, options.ticks);
   MusicXmlParser parser;
   parser.setMidiTicksPerQuarter(options.ticks);
@@ -115,7 +121,8 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<MusicXmlOptions>();
       CLI::App* cmd = app.add_subcommand(
           "musicxml", "Import a MusicXML score and print the events a host receives");
-      cmd->add_option("FILE", options->file, "MusicXML file (.musicxml, .xml, or compressed .mxl)")
+      cmd->add_option("FILE", options->file,
+                      "MusicXML file (.musicxml, .xml, or compressed .mxl; - reads standard input)")
           ->required();
       cmd->add_flag("--json", options->json, "Print one JSON object per event");
       cmd->add_option("--part", options->part, "Print only the events of this part (its id, e.g. P1)");

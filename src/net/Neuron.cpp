@@ -167,14 +167,18 @@ void Neuron::calcVec(Neuron* neurons, const double* inputs, std::int32_t count, 
   }
   const double s = activation_slope;
   const double t = activation_threshold;
+  // Sums, exponentials and quotients in three passes: the neurons' calls of exp and their
+  // divisions don't wait on each other, so they overlap.
   for (std::int32_t n = 0; n < neuronCount; ++n) {
-    Neuron& neuron = neurons[n];
-    neuron.mNetInput = _BlockSum(inputs, neuron.mWeights.data(), count);
-    const double e = std::exp(s * (t - neuron.mNetInput));
-    neuron.mExponential = e;
-    neuron.mValue = std::min(1.0 / (e + 1.0), 1.0);
-    out[n] = neuron.mValue;
+    neurons[n].mNetInput = _BlockSum(inputs, neurons[n].mWeights.data(), count);
   }
+  for (std::int32_t n = 0; n < neuronCount; ++n) {
+    neurons[n].mExponential = std::exp(s * (t - neurons[n].mNetInput));
+  }
+  for (std::int32_t n = 0; n < neuronCount; ++n) {
+    out[n] = std::min(1.0 / (neurons[n].mExponential + 1.0), 1.0);
+  }
+  for (std::int32_t n = 0; n < neuronCount; ++n) neurons[n].mValue = out[n];
 }
 
 double Neuron::Act_Abl() const {

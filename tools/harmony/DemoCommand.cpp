@@ -1,6 +1,7 @@
 // harmony demo: a short tour of what the library does, on built-in examples.
 // Each section shows one road through the library with real results.
 
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -15,6 +16,8 @@
 #include "Command.h"
 #include "GridDiagram.h"
 #include "KeyCommandSupport.h"
+#include "MidiFile.h"
+#include "MusicXmlEventPrinter.h"
 #include "MarkovSupport.h"
 #include "MusicXmlInput.h"
 #include "PlayedChordSupport.h"
@@ -31,6 +34,7 @@
 #include "harmony/chords/SignKeyInEv.h"
 #include "harmony/chords/Voicing.h"
 #include "harmony/guitar/GChHarmony.h"
+#include "harmony/musicxml/MusicXmlParser.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/Semitones.h"
@@ -234,6 +238,36 @@ void DemoMusicXmlLeadSheet() {
   table.Print(std::cout);
 }
 
+// A whole score as the events a DAW's importer receives: the first bars of a public-domain
+// lead sheet's melody, and all of it as a standard MIDI file in the temporary folder.
+void DemoMusicXmlEvents() {
+  const std::string path = std::string(HARMONY_DATA_DIR) + "/examples/home-sweet-home.mxl";
+  Heading("A MusicXML score as events and as MIDI: " + path.substr(path.rfind('/') + 1));
+  std::ostringstream events;
+  MusicXmlEventPrinter printer(events, false, "", 960);
+  MusicXmlParser parser;
+  TMusicXmlError error;
+  if (!parser.parseURL(path, &printer, &error)) {
+    std::cout << "(the bundled example cannot be read: " << error.description << ")\n";
+    return;
+  }
+  std::istringstream lines(events.str());
+  std::string line;
+  for (int shown = 0; shown < 3 && std::getline(lines, line);) {
+    std::cout << line << '\n';
+    if (line.rfind("bar end", 0) == 0) ++shown;
+  }
+  std::cout << "... " << printer.NoteCount() << " notes in all\n";
+  const std::string midi =
+      (std::filesystem::temp_directory_path() / "harmony-demo-home-sweet-home.mid").string();
+  std::string midiError;
+  if (WriteMidiFile(printer.Song(), midi, midiError)) {
+    std::cout << "Written as a standard MIDI file: " << midi << '\n';
+  } else {
+    std::cout << "(no MIDI file: " << midiError << ")\n";
+  }
+}
+
 // What to play over a II-V-I in major and in minor: each chord measured against the key the
 // analysis found, the three best scales first.
 void DemoScaleSuggestions() {
@@ -312,6 +346,7 @@ void RunDemo() {
   DemoChordSymbols();
   DemoLeadSheet();
   DemoMusicXmlLeadSheet();
+  DemoMusicXmlEvents();
   DemoScaleSuggestions();
   DemoVoicing();
   DemoPlayedChords();

@@ -1,6 +1,6 @@
 // harmony markov: the Markov chord model from the command line. learn reads chord lists,
 // positioned chord strings and Billboard annotations into a model file; generate draws a
-// progression of so many bars in a key; fill proposes chords for the gaps of a chord list;
+// progression of so many bars in a key (and, with --midi, as a MIDI file to hear); fill proposes chords for the gaps of a chord list;
 // rate prints how well a chord list fits the model; convert shows what learn reads from a
 // file; holdout measures how often real progressions outrank their chords shuffled.
 
@@ -17,12 +17,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include "ChordMidi.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
 #include "MarkovHoldout.h"
 #include "MarkovPieces.h"
 #include "MarkovSupport.h"
 #include "harmony/chords/SignKey.h"
+#include "harmony/chords/Voicing.h"
 #include "harmony/markov/MarkovHarmChords.h"
 #include "platform/Clock.h"
 #include "platform/Random.h"
@@ -51,6 +53,7 @@ struct MarkovOptions {
   bool one = false;
   bool json = false;
   bool ascii = false;
+  std::string midi;
 };
 
 struct TMethodName {
@@ -168,6 +171,22 @@ CHarmCenterLite CenterOfKey(const std::string& text, const CChordNamePrefs& pref
   return center;
 }
 
+// The progression voiced and led smoothly, each chord until the next one starts (the last
+// entry of the chords only closes the progression).
+void WriteChordsMidi(const CHarmAnlsChords& chords, const std::string& path) {
+  TMidiSong song = ChordSong();
+  int top = -1;
+  for (std::size_t i = 0; i + 1 < chords.size(); ++i) {
+    std::vector<unsigned char> notes = chords[i].VoicingNotesNrs(TChordVoicingPrefs{});
+    if (notes.empty()) continue;
+    if (top >= 0) TransposeChordBasedOnPreviousChords(notes, top);
+    top = notes.back();
+    AddChordNotes(song, notes, chords[i].Position, chords[i + 1].Position - chords[i].Position);
+  }
+  std::string error;
+  if (!WriteMidiFile(song, path, error)) throw InputError(error);
+}
+
 void RunGenerate(const MarkovOptions& options) {
   const CChordNamePrefs prefs = Prefs(options);
   const CHarmCenterLite center = CenterOfKey(options.key, prefs);
@@ -182,6 +201,7 @@ void RunGenerate(const MarkovOptions& options) {
   const TMarkovSampledSequence& result = generated.Sequence;
   const CHarmAnlsChords& chords = generated.Chords;
   const std::string list = ChordListText(chords, prefs, "N.C.");
+  if (!options.midi.empty()) WriteChordsMidi(chords, options.midi);
   if (options.json) {
     std::cout << json{{"key", center.NameLong(prefs)},
                       {"bars", options.bars},
@@ -324,6 +344,7 @@ void FillBySearch(VariableLengthMarkovModel& model, const TAnalysedPiece& piece,
   }
   chords.emplace_back(CHarmAnlsChord_Undef, position);
   const std::string list = ChordListText(chords, prefs, "N.C.");
+  if (!options.midi.empty()) WriteChordsMidi(chords, options.midi);
   if (options.json) {
     std::cout << json{{"chord_list", list},
                       {"chords", ChordsJson(chords, prefs)},
@@ -483,6 +504,8 @@ const CommandRegistration kRegistration{
       AddSeedOption(generate, *options);
       generate->add_flag("--json", options->json, "Print the result as JSON");
       generate->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      generate->add_option("--midi", options->midi,
+                           "Also write the progression, voiced, as a standard MIDI file");
       AddLenientFlag(generate);
       generate->callback([options] { RunGenerate(*options); });
 

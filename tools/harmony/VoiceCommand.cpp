@@ -1,7 +1,8 @@
 // harmony voice SYMBOL...: chord symbols as the MIDI notes an accompaniment plays, voiced
 // around the comping range, with their spelled names. --root-below adds the root an octave
 // lower; --lead moves the first voicing toward a note and every later one toward the top of
-// the voicing before it, so the top voice moves in small steps.
+// the voicing before it, so the top voice moves in small steps. --midi writes the voicings
+// as a standard MIDI file, one chord after the other, so they can be heard.
 
 #include <array>
 #include <cctype>
@@ -12,6 +13,7 @@
 
 #include "Command.h"
 #include "KeyCommandSupport.h"
+#include "ChordMidi.h"
 #include "SpellingSupport.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
@@ -29,6 +31,8 @@ struct VoiceOptions {
   std::string lead;
   bool ascii = false;
   JsonMode json = JsonMode::kNone;
+  std::string midi;
+  int beats = 4;
 };
 
 CChordLite ReadChord(const std::string& text, const CChordNamePrefs& prefs) {
@@ -124,13 +128,18 @@ void RunVoice(const VoiceOptions& options) {
   TChordVoicingPrefs voicingPrefs;
   voicingPrefs.AddRootOctaveBelow = options.rootBelow ? 1 : 0;
 
+  if (options.beats < 1 || options.beats > 64) {
+    throw InputError("--beats must be 1..64, not " + std::to_string(options.beats));
+  }
+  TMidiSong song = ChordSong();
+
   KeyTextTable table({"chord", "notes", "names"});
   Json array = Json::Array();
   for (std::size_t i = 0; i < chords.size(); ++i) {
     std::vector<unsigned char> notes = chords[i].VoicingNotesNrs(voicingPrefs);
     Json voiced =
         Json::Object().Add("symbol", symbols[i]).Add("chord", ChordJson(chords[i], prefs));
-    if (notes.empty()) {
+    if (notes.empty()) {  // no chord: silence for its beats
       table.AddRow({symbols[i], "-", "no chord"});
       array.Push(voiced.Add("notes", Json::Array()));
       continue;
@@ -144,6 +153,11 @@ void RunVoice(const VoiceOptions& options) {
     for (const CNote& note : SpelledNotes(enhs, notes)) spelled.Push(NoteJson(note, prefs));
     array.Push(voiced.Add("notes", std::move(spelled)));
     table.AddRow({symbols[i], NumbersText(notes), NoteNames(enhs, notes, prefs)});
+    AddChordNotes(song, notes, static_cast<double>(i * options.beats), options.beats);
+  }
+  std::string midiError;
+  if (!options.midi.empty() && !WriteMidiFile(song, options.midi, midiError)) {
+    throw InputError(midiError);
   }
   if (options.json != JsonMode::kNone) return PrintJson(array);
   table.Print(std::cout);
@@ -165,6 +179,10 @@ const CommandRegistration kRegistration{
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       AddLenientFlag(cmd);
       AddJsonOption(cmd, options->json, false);
+      cmd->add_option("--midi", options->midi,
+                      "Write the voicings as a standard MIDI file, one chord after the other");
+      cmd->add_option("--beats", options->beats,
+                      "Quarter notes each chord lasts in the MIDI file (default 4)");
       cmd->footer(
           "Note 60 is middle C, written C4. The root sits in 53..65 with the chord tones above it; "
           "ninths,\n"

@@ -241,7 +241,7 @@ void DemoMusicXmlLeadSheet() {
 // A whole score as the events a DAW's importer receives: the first bars of a public-domain
 // lead sheet's melody, and all of it as a standard MIDI file in the temporary folder.
 void DemoMusicXmlEvents() {
-  const std::string path = std::string(HARMONY_DATA_DIR) + "/examples/home-sweet-home.mxl";
+  const std::string path = (DataFolder() / "examples" / "home-sweet-home.mxl").string();
   Heading("A MusicXML score as events and as MIDI: " + path.substr(path.rfind('/') + 1));
   std::ostringstream events;
   MusicXmlEventPrinter printer(events, false, "", 960);

@@ -168,8 +168,6 @@ CHarmCenterLite CenterOfKey(const std::string& text, const CChordNamePrefs& pref
   }
   return center;
 }
-  return center;
-}
 
 // The progression voiced and led smoothly, each chord until the next one starts (the last
 // entry of the chords only closes the progression).

@@ -1,6 +1,6 @@
 // Root detection runs for every chord of played notes: the whole choice of root and spelling
-// by each algorithm, and the net's part alone (inputs, forward pass, winner), with the heap
-// allocations per chord as a counter.
+// by each algorithm, the net's part alone (inputs, forward pass, winner), and the whole way
+// from played notes to a chord name, with the heap allocations per chord as a counter.
 
 #include <benchmark/benchmark.h>
 
@@ -66,8 +66,39 @@ void BM_NetForwardPass(benchmark::State& state) {
                          static_cast<double>(state.iterations()));
 }
 
+// From the played notes to the name a host shows: the chord built from the note numbers, its
+// root found, the name written.
+void NamePlayedNotes(benchmark::State& state, bool net) {
+  std::vector<CMySet<unsigned char>> voicings;
+  for (const CChordHeavy& chord : Voicings()) {
+    CMySet<unsigned char> set;
+    for (const CNote& note : chord.Notes()) set.insert(static_cast<unsigned char>(note.NoteNr()));
+    voicings.push_back(set);
+  }
+  const TSingleChordAnalysisAlgo algo =
+      net ? kSingleChordAnalysisAlgoNeuronalNet : kSingleChordAnalysisAlgoProbTable;
+  const auto name = [&](const CMySet<unsigned char>& notes) {
+    CChordHeavy chord(CNote::Undef, notes, CIntvlSet::kDefaultWrapIntvl);
+    if (net) chord.SetWrapIntvlToNeuronalNetInputCount();
+    chord.SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(algo);
+    return chord.Name(GetCurrentChordNamePrefs());
+  };
+  benchmark::DoNotOptimize(name(voicings[0]));  // warms the lazy tables
+  std::size_t i = 0;
+  const long before = bench::AllocationCount();
+  for (auto _ : state) benchmark::DoNotOptimize(name(voicings[i++ % voicings.size()]));
+  state.counters["allocs/chord"] =
+      benchmark::Counter(static_cast<double>(bench::AllocationCount() - before) /
+                         static_cast<double>(state.iterations()));
+}
+
+void BM_NamePlayedNotesByNet(benchmark::State& state) { NamePlayedNotes(state, true); }
+void BM_NamePlayedNotesByTable(benchmark::State& state) { NamePlayedNotes(state, false); }
+
 BENCHMARK(BM_RootByTable);
 BENCHMARK(BM_RootByNet);
 BENCHMARK(BM_NetForwardPass);
+BENCHMARK(BM_NamePlayedNotesByNet);
+BENCHMARK(BM_NamePlayedNotesByTable);
 
 }  // namespace

@@ -1,13 +1,16 @@
 // The cost of a heavy scale. Many callers build one on the spot to spell a single key
 // (CKeyEnh(key, scale), AdjustEnhToScale, naming), so its construction, which finds the key
 // signature and fills the spelling table, is measured per type and root, next to the sign
-// count alone and the reading of scale names.
+// count alone, the reading of scale names, and the test whether a chord fits a scale, which
+// the analysis asks for every chord next to a found center.
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 #include <vector>
 
+#include "harmony/chords/ChordLite.h"
+#include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/chords/ScaleLite.h"
 #include "harmony/chords/ScaleNameReader.h"
@@ -83,6 +86,30 @@ void BM_SpellKeyByLiteScale(benchmark::State& state) {
   ReportPerCall(state, scales.size());
 }
 BENCHMARK(BM_SpellKeyByLiteScale);
+
+// Chords of a jazz tune against the twelve major and the twelve minor centers.
+void BM_ChordIsCompatibleWithScale(benchmark::State& state) {
+  std::vector<CChordLite> chords;
+  for (const char* symbol : {"Cmaj7", "Am7", "Dm7", "G7", "Em7", "A7", "Fmaj7", "Bb7", "F#m7b5",
+                             "B7b9", "Ebmaj7", "Ab7", "C/E", "G7sus4", "Bdim7", "Fm6"}) {
+    chords.emplace_back(symbol, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
+  }
+  std::vector<CScaleLite> scales;
+  for (const std::uint64_t mask : {2741ULL, 1453ULL}) {
+    for (int key = 0; key < 12; ++key) {
+      scales.emplace_back(CKeyEnh(key, IsBlackKey(key) ? TEnh_b : TEnh_n), CSemitones(mask));
+    }
+  }
+  for (auto _ : state) {
+    for (const CChordLite& chord : chords) {
+      for (const CScaleLite& scale : scales) {
+        benchmark::DoNotOptimize(ScaleLite::ChordIsCompatibleWithScale(chord, scale));
+      }
+    }
+  }
+  ReportPerCall(state, chords.size() * scales.size());
+}
+BENCHMARK(BM_ChordIsCompatibleWithScale);
 
 void BM_ReadScaleName(benchmark::State& state) {
   const std::vector<std::string> texts = {"C",

@@ -8,7 +8,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang-14 libclang-rt-14-dev
   libcli11-dev nlohmann-json3-dev libboost-dev
-  libxml2-dev libzip-dev libplist-dev
+  libxml2-dev libzip-dev libplist-dev libsmf-dev
   gettext
 )
 

@@ -1,6 +1,7 @@
 #pragma once
 // Runs the harmony tool as a user would, for the tests of its commands.
 
+#include <stdlib.h>
 #include <sys/wait.h>
 
 #include <array>
@@ -26,6 +27,19 @@ inline TRun RunTool(const std::string& arguments) {
   while (fgets(buffer.data(), buffer.size(), pipe) != nullptr) output += buffer.data();
   const int status = pclose(pipe);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+// The same with `input` on standard input.
+inline TRun RunToolWithInput(const std::string& input, const std::string& arguments) {
+  char path[] = "/tmp/harmony-tool-input-XXXXXX";
+  const int fd = mkstemp(path);
+  if (fd < 0) return {-1, {}};
+  FILE* file = fdopen(fd, "w");
+  fwrite(input.data(), 1, input.size(), file);
+  fclose(file);
+  TRun run = RunTool(arguments + " < '" + path + "'");
+  std::remove(path);
+  return run;
 }
 
 inline bool Contains(const std::string& text, const std::string& part) {

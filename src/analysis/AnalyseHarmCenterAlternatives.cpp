@@ -5,9 +5,90 @@
 #include "harmony/analysis/AnalyseHarmCenterAlternatives.h"
 
 #include "HarmAnlsChordPatterns.h"
+#include "harmony/chords/ScaleLite.h"
 #include "harmony/chords/SignKey.h"
 
 namespace harmony {
+
+namespace {
+
+// How far a center reaches over the neighbours that fit it, remembered per center. In a
+// piece that stays in one key every reading reaches over the same long run of chords; walking
+// it anew for each reading would make the search grow with the square of the piece. The
+// readings are asked for chord by chord from the front, so each center keeps the last run it
+// walked in each direction: a later question inside that run is answered at once, and one
+// behind it walks only up to where the run is known.
+class TCenterReach {
+ public:
+  explicit TCenterReach(const CHarmAnlsChords& chords) : _chords(chords) {}
+
+  // The same as CHarmAnlsCenterInChords::ExtendForAdjacentDiatonicOrAllowedOutlierChords.
+  void Extend(CHarmAnlsCenterInChords& entry) {
+    const std::size_t n = _chords.size();
+    if (n == 0) return;
+    TRuns& runs = _RunsOf(entry.HarmCenter);
+    if (entry.Begin <= n) entry.Begin = _Back(runs, entry.Begin);
+    if (entry.End + 1 < n) entry.End = _Forward(runs, entry.End);
+  }
+
+ private:
+  // Answers known for a center: every begin in [backFrom, backTo] moves back to backFrom, and
+  // every end in [forwardFrom, forwardTo] moves on to forwardTo.
+  struct TRuns {
+    CHarmCenterLite center;
+    bool backKnown = false, forwardKnown = false;
+    std::size_t backFrom = 0, backTo = 0, forwardFrom = 0, forwardTo = 0;
+  };
+
+  TRuns& _RunsOf(const CHarmCenterLite& center) {
+    for (TRuns& runs : _runs) {
+      if (runs.center == center) return runs;
+    }
+    return _runs.emplace_back(TRuns{center});
+  }
+
+  bool _Fits(const TRuns& runs, std::size_t i) const {
+    return ScaleLite::ChordIsCompatibleWithScale(_chords[i], runs.center);
+  }
+
+  // Back over the chords before `begin` that fit.
+  std::size_t _Back(TRuns& runs, std::size_t begin) {
+    if (runs.backKnown && runs.backFrom <= begin && begin <= runs.backTo) return runs.backFrom;
+    // Down to the known run, if it lies below: the chords from its top on fit as well.
+    const bool aboveKnown = runs.backKnown && runs.backTo < begin;
+    const std::size_t floor = aboveKnown ? runs.backTo : 0;
+    std::size_t b = begin;
+    while (b > floor && _Fits(runs, b - 1)) --b;
+    const std::size_t reached = aboveKnown && b == floor ? runs.backFrom : b;
+    runs.backKnown = true;
+    runs.backFrom = reached;
+    runs.backTo = begin;
+    return reached;
+  }
+
+  // On over the chords from `end` that fit, never onto the last chord of the list. The runs
+  // of different progressions at neighbouring chords end in any order, so a question may also
+  // come from below the known run.
+  std::size_t _Forward(TRuns& runs, std::size_t end) {
+    if (runs.forwardKnown && runs.forwardFrom <= end && end <= runs.forwardTo) {
+      return runs.forwardTo;
+    }
+    // Up to the known run, if it lies above: from its start on the answer is known.
+    const bool belowKnown = runs.forwardKnown && end < runs.forwardFrom;
+    std::size_t e = end;
+    while ((!belowKnown || e < runs.forwardFrom) && e + 1 < _chords.size() && _Fits(runs, e)) ++e;
+    const std::size_t reached = belowKnown && e == runs.forwardFrom ? runs.forwardTo : e;
+    runs.forwardKnown = true;
+    runs.forwardFrom = end;
+    runs.forwardTo = reached;
+    return reached;
+  }
+
+  const CHarmAnlsChords& _chords;
+  std::vector<TRuns> _runs;
+};
+
+}  // namespace
 
 CAnalyseHarmCenterAlternatives::CAnalyseHarmCenterAlternatives(const CHarmAnlsChords& chords)
     : _Chords(chords), _Progressions(CHarmAnlsProgressions::TonicProgressions()) {
@@ -43,6 +124,7 @@ void CAnalyseHarmCenterAlternatives::_AnalyseSingleChord() {
 void CAnalyseHarmCenterAlternatives::_AnalyseSeveralChords() {
   std::vector<const CHarmAnlsProgression*> best;
   best.reserve(_Progressions.size());
+  TCenterReach reach(_Chords);
   for (auto it = _Chords.cbegin(); it != _Chords.cend(); ++it) {
     _Progressions.FindBestForwardMatchingProgressions(it, _Chords, best);
     const std::size_t i = static_cast<std::size_t>(it - _Chords.cbegin());
@@ -50,7 +132,7 @@ void CAnalyseHarmCenterAlternatives::_AnalyseSeveralChords() {
       CHarmAnlsCenterInChords entry(
           progression->HarmCenterCalculatedFromFoundProgressionLastChord(it, _Chords), i,
           i + progression->size());
-      entry.ExtendForAdjacentDiatonicOrAllowedOutlierChords(_Chords);
+      reach.Extend(entry);
       _Result.emplace_back(1.0 / static_cast<double>(best.size()), CHarmAnlsCentersInChords{entry});
     }
   }

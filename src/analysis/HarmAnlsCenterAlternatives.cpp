@@ -2,6 +2,9 @@
 // them, and the clean-up of overlapping, repeated and outlasted readings.
 
 #include <algorithm>
+#include <compare>
+#include <iterator>
+#include <tuple>
 
 #include "HarmAnlsText.h"
 #include "harmony/analysis/AnalyseHarmCenterAlternatives.h"
@@ -31,11 +34,92 @@ void WritePercent(std::ostream& out, double probability) {
   }
 }
 
-bool SameRanges(const CHarmAnlsCentersInChords& a, const CHarmAnlsCentersInChords& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](const CHarmAnlsCenterInChords& x, const CHarmAnlsCenterInChords& y) {
-                      return x.IsSimultaneousWith(y);
-                    });
+// Two readings entry by entry, each entry by the fields that `key` picks: -1, 0 or 1.
+template <class TKey>
+int CompareEntries(const CHarmAnlsCentersInChords& a, const CHarmAnlsCentersInChords& b, TKey key) {
+  const auto order = std::lexicographical_compare_three_way(
+      a.begin(), a.end(), b.begin(), b.end(),
+      [&](const CHarmAnlsCenterInChords& x, const CHarmAnlsCenterInChords& y) {
+        return key(x) <=> key(y);
+      });
+  return order < 0 ? -1 : (order > 0 ? 1 : 0);
+}
+
+int CompareRanges(const CHarmAnlsCentersInChords& a, const CHarmAnlsCentersInChords& b) {
+  return CompareEntries(a, b, [](const CHarmAnlsCenterInChords& entry) {
+    return std::pair{entry.Begin, entry.End};
+  });
+}
+
+// By the fields that equality of entries compares: key, spelling, mask and range.
+int CompareCenters(const CHarmAnlsCentersInChords& a, const CHarmAnlsCentersInChords& b) {
+  return CompareEntries(a, b, [](const CHarmAnlsCenterInChords& entry) {
+    const CKeyEnh& root = entry.HarmCenter.RootKeyEnh;
+    return std::tuple{root.KeyNr, root.Enh, entry.HarmCenter.Semitones.Word(), entry.Begin,
+                      entry.End};
+  });
+}
+
+using TCompareReadings = int (*)(const CHarmAnlsCentersInChords&, const CHarmAnlsCentersInChords&);
+
+// The indices of the readings in the order of `compare`; equal readings keep their order.
+std::vector<std::size_t> IndicesSortedBy(const CHarmAnlsCenterAlternatives& alternatives,
+                                         TCompareReadings compare) {
+  std::vector<std::size_t> order(alternatives.size());
+  for (std::size_t a = 0; a < order.size(); ++a) order[a] = a;
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const int byCenters = compare(alternatives[a].Centers, alternatives[b].Centers);
+    return byCenters != 0 ? byCenters < 0 : a < b;
+  });
+  return order;
+}
+
+// Erases the readings marked in `dropped`; the others keep their order. True if any went.
+bool EraseMarked(CHarmAnlsCenterAlternatives& alternatives, const std::vector<bool>& dropped) {
+  std::size_t kept = 0;
+  for (std::size_t a = 0; a < alternatives.size(); ++a) {
+    if (dropped[a]) continue;
+    if (kept != a) alternatives[kept] = std::move(alternatives[a]);
+    ++kept;
+  }
+  const bool erased = kept != alternatives.size();
+  alternatives.erase(alternatives.begin() + static_cast<std::ptrdiff_t>(kept), alternatives.end());
+  return erased;
+}
+
+bool FindOutlastedSingleRangeReadings(const CHarmAnlsCenterAlternatives& alternatives,
+                                      std::vector<bool>& outlasted) {
+  // Readings of one range each, as the search for readings makes them: outlasting is then a
+  // strict order (a range that contains another and is not the same range), so the readings
+  // to drop are those that any other reading outlasts, whatever the order of the scan. They
+  // are found by one sweep over the ranges sorted by start, the longer first at equal starts:
+  // a range is outlasted when a different range before it in that order reaches as far.
+  using TRange = std::pair<std::size_t, std::size_t>;
+  std::vector<std::pair<TRange, std::size_t>> ranges;
+  ranges.reserve(alternatives.size());
+  for (std::size_t a = 0; a < alternatives.size(); ++a) {
+    const CHarmAnlsCentersInChords& centers = alternatives[a].Centers;
+    if (centers.size() != 1 || centers.front().Begin > centers.front().End) return false;
+    ranges.emplace_back(TRange{centers.front().Begin, centers.front().End}, a);
+  }
+  std::sort(ranges.begin(), ranges.end(), [](const auto& x, const auto& y) {
+    if (x.first.first != y.first.first) return x.first.first < y.first.first;
+    return x.first.second > y.first.second;
+  });
+  outlasted.assign(alternatives.size(), false);
+  bool anyBefore = false;
+  std::size_t farthestBefore = 0;  // the largest End of the different ranges before
+  for (auto group = ranges.begin(); group != ranges.end();) {
+    const auto groupEnd = std::find_if(
+        group, ranges.end(), [&](const auto& entry) { return entry.first != group->first; });
+    const std::size_t end = group->first.second;
+    const bool isOutlasted = anyBefore && farthestBefore >= end;
+    for (auto it = group; it != groupEnd; ++it) outlasted[it->second] = isOutlasted;
+    farthestBefore = anyBefore ? std::max(farthestBefore, end) : end;
+    anyBefore = true;
+    group = groupEnd;
+  }
+  return true;
 }
 
 }  // namespace
@@ -171,7 +255,13 @@ void CHarmAnlsCenterAlternative::WriteInitializerList(std::ostream& out) const {
 // --- CHarmAnlsCenterAlternatives
 
 void CHarmAnlsCenterAlternatives::RemoveShorterContainedAlternatives() {
-  // After an erase the scan stays at the same place: the alternative that moved in is
+  std::vector<bool> outlasted;
+  if (FindOutlastedSingleRangeReadings(*this, outlasted)) {
+    if (EraseMarked(*this, outlasted)) RecalculateProbabilitiesOfSimultaneousAlternatives();
+    return;
+  }
+  // Readings of several ranges: outlasting is no order any more, so the scan goes as the
+  // rule says. After an erase it stays at the same place: the alternative that moved in is
   // compared with all others from the first on.
   bool erased = false;
   for (std::size_t a = 0; a < size();) {
@@ -233,32 +323,45 @@ void CHarmAnlsCenterAlternatives::RemoveShorterContainedHarmCenters() {
 }
 
 void CHarmAnlsCenterAlternatives::Deduplication() {
-  for (std::size_t a = 0; a < size(); ++a) {
-    for (std::size_t b = a + 1; b < size();) {
-      if ((*this)[b].Centers == (*this)[a].Centers) {
-        (*this)[a].Probability += (*this)[b].Probability;
-        erase(begin() + static_cast<std::ptrdiff_t>(b));
-      } else {
-        ++b;
-      }
+  // Equal readings are found as neighbours in an order of the readings; the first of each
+  // group stays and gets the probabilities of the others added in their order, as a pass
+  // from the front that erases each later equal reading gives them.
+  const std::vector<std::size_t> order = IndicesSortedBy(*this, CompareCenters);
+  std::vector<bool> dropped(size(), false);
+  for (auto group = order.begin(); group != order.end();) {
+    const auto groupEnd = std::find_if(group, order.end(), [&](std::size_t b) {
+      return CompareCenters((*this)[b].Centers, (*this)[*group].Centers) != 0;
+    });
+    for (auto it = std::next(group); it != groupEnd; ++it) {
+      (*this)[*group].Probability += (*this)[*it].Probability;
+      dropped[*it] = true;
     }
+    group = groupEnd;
   }
+  EraseMarked(*this, dropped);
   // Where partners remain their shares overwrite the sums; a lone sum of 1.0 is the usual
   // way a reading becomes sure.
   RecalculateProbabilitiesOfSimultaneousAlternatives();
 }
 
 void CHarmAnlsCenterAlternatives::RemoveNonSureAlternativesWithSameRangeAsSureAlternative() {
-  for (std::size_t a = 0; a < size(); ++a) {
-    if ((*this)[a].Probability != 1.0) continue;
-    for (std::size_t b = a + 1; b < size();) {
-      if (SameRanges((*this)[a].Centers, (*this)[b].Centers)) {
-        erase(begin() + static_cast<std::ptrdiff_t>(b));
-      } else {
-        ++b;
-      }
+  // Among the readings of the same ranges, the first sure one removes all that follow it;
+  // a sure one that a sure one before it removes would remove only readings of the same
+  // ranges behind it, which go anyway.
+  const std::vector<std::size_t> order = IndicesSortedBy(*this, CompareRanges);
+  std::vector<bool> dropped(size(), false);
+  for (auto group = order.begin(); group != order.end();) {
+    const auto groupEnd = std::find_if(group, order.end(), [&](std::size_t b) {
+      return CompareRanges((*this)[b].Centers, (*this)[*group].Centers) != 0;
+    });
+    const auto sure =
+        std::find_if(group, groupEnd, [&](std::size_t a) { return (*this)[a].Probability == 1.0; });
+    if (sure != groupEnd) {
+      for (auto it = std::next(sure); it != groupEnd; ++it) dropped[*it] = true;
     }
+    group = groupEnd;
   }
+  EraseMarked(*this, dropped);
 }
 
 void CHarmAnlsCenterAlternatives::WriteTrace(std::ostream& out) const {

@@ -25,6 +25,48 @@ bool InCollectedRange(const CHarmAnlsChordWithPos& chord, double smaller, double
   return smaller <= p && (p < larger || (p == larger && chord.IsUndef()));
 }
 
+// The chords that a change of a center's range deals out anew: those in front of the new
+// range (from the old start on), inside it, and behind it (up to the old end), each in the
+// order in which they are met in the row.
+struct TDealtChords {
+  CHarmAnlsChords before, inside, after;
+};
+
+// Kept per thread between calls: cutting a long row deals out nearly all of its chords, and
+// lists that grow and give back the heap on every cut cost more than the dealing itself.
+TDealtChords& EmptyDealtChords() {
+  thread_local TDealtChords dealt;
+  dealt.before.clear();
+  dealt.inside.clear();
+  dealt.after.clear();
+  return dealt;
+}
+
+// Takes the chords of the three ranges out of all centers in one walk. A chord goes to the
+// first range it falls in, as three walks one range after the other would take it; a range
+// that is empty (its start not below its end) takes nothing.
+void DealOut(CHarmAnlsCenters& centers, double oldStart, double smaller, double larger,
+             double oldEnd, TDealtChords& dealt) {
+  const bool withBefore = oldStart < smaller, withInside = smaller < larger;
+  const bool withAfter = larger < oldEnd;
+  for (CHarmAnlsCenter& center : centers) {
+    CHarmAnlsChords& chords = center.HarmChords;
+    auto kept = chords.begin();
+    for (auto it = chords.begin(); it != chords.end(); ++it) {
+      if (withBefore && InCollectedRange(*it, oldStart, smaller)) {
+        dealt.before.push_back(*it);
+      } else if (withInside && InCollectedRange(*it, smaller, larger)) {
+        dealt.inside.push_back(*it);
+      } else if (withAfter && InCollectedRange(*it, larger, oldEnd)) {
+        dealt.after.push_back(*it);
+      } else {
+        *kept++ = *it;
+      }
+    }
+    chords.erase(kept, chords.end());
+  }
+}
+
 // How long a center lasts: up to the next center, or to the end of its own chords.
 double CenterLength(const CHarmAnlsCenters& centers, std::size_t index) {
   const CHarmAnlsCenter& center = centers[index];
@@ -42,21 +84,9 @@ void CHarmAnlsCenters::_InsertChords(iterator target, const CHarmAnlsChords& cho
 
 CHarmAnlsChords CHarmAnlsCenters::CollectAndEraseChordsFromSmallerUntilBeforeLarger(double smaller,
                                                                                     double larger) {
-  CHarmAnlsChords collected;
-  if (!(smaller < larger)) return collected;
-  for (CHarmAnlsCenter& center : *this) {
-    CHarmAnlsChords& chords = center.HarmChords;
-    auto kept = chords.begin();
-    for (auto it = chords.begin(); it != chords.end(); ++it) {
-      if (InCollectedRange(*it, smaller, larger)) {
-        collected.push_back(*it);
-      } else {
-        *kept++ = *it;
-      }
-    }
-    chords.erase(kept, chords.end());
-  }
-  return collected;
+  TDealtChords dealt;
+  DealOut(*this, smaller, smaller, larger, larger, dealt);
+  return std::move(dealt.inside);
 }
 
 CHarmAnlsCenters::iterator CHarmAnlsCenters::ChangeRangeOfHarmCenter(iterator center, double a,
@@ -70,10 +100,11 @@ CHarmAnlsCenters::iterator CHarmAnlsCenters::ChangeRangeOfHarmCenter(iterator ce
   if (smaller == oldStart && larger == oldEnd) return center;
 
   center->Position = smaller;
-  const CHarmAnlsChords before =
-      CollectAndEraseChordsFromSmallerUntilBeforeLarger(oldStart, smaller);
-  const CHarmAnlsChords inside = CollectAndEraseChordsFromSmallerUntilBeforeLarger(smaller, larger);
-  const CHarmAnlsChords after = CollectAndEraseChordsFromSmallerUntilBeforeLarger(larger, oldEnd);
+  TDealtChords& dealt = EmptyDealtChords();
+  DealOut(*this, oldStart, smaller, larger, oldEnd, dealt);
+  const CHarmAnlsChords& before = dealt.before;
+  const CHarmAnlsChords& inside = dealt.inside;
+  const CHarmAnlsChords& after = dealt.after;
 
   auto index = std::distance(begin(), center);
   if (!before.empty()) {
@@ -131,17 +162,22 @@ CHarmCenterLite CHarmAnlsCenters::FindMostOccurentHarmCenter() const {
 }
 
 void CHarmAnlsCenters::MergeAdjacentSameHarmCenters() {
-  for (std::size_t i = 1; i < size();) {
-    CHarmAnlsCenter& previous = (*this)[i - 1];
+  // One walk that keeps the first center of each run of equal ones and gives it the chords of
+  // the others in order; erasing each merged center from the middle of the row would move
+  // all centers behind it, once per merge.
+  if (empty()) return;
+  std::size_t kept = 0;
+  for (std::size_t i = 1; i < size(); ++i) {
+    CHarmAnlsCenter& previous = (*this)[kept];
     CHarmAnlsCenter& current = (*this)[i];
     if (current.HarmCenter == previous.HarmCenter) {
       previous.HarmChords.insert(previous.HarmChords.end(), current.HarmChords.begin(),
                                  current.HarmChords.end());
-      erase(begin() + static_cast<std::ptrdiff_t>(i));
-    } else {
-      ++i;
+    } else if (++kept != i) {
+      (*this)[kept] = std::move(current);
     }
   }
+  erase(begin() + static_cast<std::ptrdiff_t>(kept + 1), end());
 }
 
 }  // namespace harmony

@@ -1,6 +1,7 @@
 // The lists of analysis chords: ordering by position, the end of a piece, and their text forms.
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 
 #include "HarmAnlsText.h"
@@ -43,8 +44,23 @@ void CHarmAnlsChords::InsertAtCorrectPosition(const_iterator first, const_iterat
 
 void CHarmAnlsChords::InsertAtCorrectPosition(const_iterator where, const_iterator first,
                                               const_iterator last) {
-  insert(where, first, last);
-  SortByPosition();
+  const auto count = std::distance(first, last);
+  const auto at = insert(where, first, last);
+  // The list is now three runs: before, the new chords, behind. When each is in order, the
+  // stable sort of the whole is the stable merge of the runs, and at the joins that are
+  // already in order nothing moves; a merge only walks the chords, a sort moves them all.
+  const auto behind = at + count;
+  if (!std::is_sorted(begin(), at, PositionLess) || !std::is_sorted(at, behind, PositionLess) ||
+      !std::is_sorted(behind, end(), PositionLess)) {
+    SortByPosition();
+    return;
+  }
+  if (at != begin() && behind != at && PositionLess(*at, *std::prev(at))) {
+    std::inplace_merge(begin(), at, behind, PositionLess);
+  }
+  if (behind != begin() && behind != end() && PositionLess(*behind, *std::prev(behind))) {
+    std::inplace_merge(begin(), behind, end(), PositionLess);
+  }
 }
 
 void CHarmAnlsChords::SortByPosition() { std::stable_sort(begin(), end(), PositionLess); }

@@ -22,6 +22,34 @@ std::size_t Remaining(ChordIt it, const CHarmAnlsChords& chords) {
   return static_cast<std::size_t>(chords.end() - it);
 }
 
+// The match of `progression` at `it`, with the list's last defined chord found beforehand:
+// the walks ask every progression at every chord, and the last chord stays the same.
+bool MatchesFrom(const CHarmAnlsProgression& progression, const CHarmAnlsChords& chords, ChordIt it,
+                 ChordIt last) {
+  if (progression.empty() || chords.empty()) return false;
+  // Unsigned on purpose: a start behind the last defined chord wraps around to a large
+  // count and is refused by the chord test below, not here.
+  const std::size_t count = 1 + static_cast<std::size_t>(last - it);
+  if (count < progression.size()) return false;
+  if (it == chords.end()) return true;
+  const std::size_t steps = std::min(progression.size(), Remaining(it, chords));
+  // The steps between the roots first: cheaper than the kinds of chord, and they fail more
+  // often. Both must hold for every chord, so the order of the tests changes no answer.
+  for (std::size_t i = 1; i < steps; ++i) {
+    const ChordIt chord = it + static_cast<std::ptrdiff_t>(i);
+    if (chord == chords.begin()) continue;
+    const int patternStep =
+        Mod12(progression[i].RootDistToHarmCenter - progression[i - 1].RootDistToHarmCenter);
+    const int chordStep = Mod12(chord->RootKeyEnh.KeyNr - std::prev(chord)->RootKeyEnh.KeyNr);
+    if (patternStep != chordStep) return false;
+  }
+  for (std::size_t i = 0; i < steps; ++i) {
+    const ChordIt chord = it + static_cast<std::ptrdiff_t>(i);
+    if (!progression[i].SemitonesMatch.Matches(chord->Semitones)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 // --- CHarmAnlsProgressionEl
@@ -53,24 +81,8 @@ void CHarmAnlsProgressionEl::WriteInitializerList(std::ostream& out) const {
 // --- CHarmAnlsProgression: matching
 
 bool CHarmAnlsProgression::MatchesHarmChordsFrom(const CHarmAnlsChords& chords, ChordIt it) const {
-  if (empty() || chords.empty()) return false;
-  const ChordIt last = chords.LastNonUndefChord();
-  // Unsigned on purpose: a start behind the last defined chord wraps around to a large
-  // count and is refused by the chord test below, not here.
-  const std::size_t count = 1 + static_cast<std::size_t>(last - it);
-  if (count < size()) return false;
-  if (it == chords.end()) return true;
-  for (std::size_t i = 0; i < size() && i < Remaining(it, chords); ++i) {
-    const ChordIt chord = it + static_cast<std::ptrdiff_t>(i);
-    if (!(*this)[i].SemitonesMatch.Matches(chord->Semitones)) return false;
-    if (i > 0 && chord != chords.begin()) {
-      const int patternStep =
-          Mod12((*this)[i].RootDistToHarmCenter - (*this)[i - 1].RootDistToHarmCenter);
-      const int chordStep = Mod12(chord->RootKeyEnh.KeyNr - std::prev(chord)->RootKeyEnh.KeyNr);
-      if (patternStep != chordStep) return false;
-    }
-  }
-  return true;
+  if (chords.empty()) return false;
+  return MatchesFrom(*this, chords, it, chords.LastNonUndefChord());
 }
 
 bool CHarmAnlsProgression::MatchesHarmChordsBackwardsFrom(const CHarmAnlsChords& chords,
@@ -220,9 +232,10 @@ void CHarmAnlsProgressions::FindBestForwardMatchingProgressions(
     ChordIt it, const CHarmAnlsChords& chords,
     std::vector<const CHarmAnlsProgression*>& best) const {
   best.clear();
+  const ChordIt last = chords.LastNonUndefChord();
   for (const CHarmAnlsProgression& progression : *this) {
     if (!best.empty() && RanksBefore(*best.front(), progression)) continue;
-    if (!progression.MatchesHarmChordsFrom(chords, it)) continue;
+    if (!MatchesFrom(progression, chords, it, last)) continue;
     if (!best.empty() && RanksBefore(progression, *best.front())) best.clear();
     best.push_back(&progression);
   }
@@ -231,9 +244,10 @@ void CHarmAnlsProgressions::FindBestForwardMatchingProgressions(
 const CHarmAnlsProgression* CHarmAnlsProgressions::FindBestForwardMatchingProgression(
     ChordIt it, const CHarmAnlsChords& chords) const {
   const CHarmAnlsProgression* best = nullptr;
+  const ChordIt last = chords.LastNonUndefChord();
   for (const CHarmAnlsProgression& progression : *this) {
     if (best != nullptr && !RanksBefore(progression, *best)) continue;
-    if (progression.MatchesHarmChordsFrom(chords, it)) best = &progression;
+    if (MatchesFrom(progression, chords, it, last)) best = &progression;
   }
   return best;
 }

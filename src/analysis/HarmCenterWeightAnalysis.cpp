@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "harmony/chords/ChordHeavy.h"
@@ -59,6 +62,32 @@ std::size_t CandidateCount(std::int32_t candidateSet) {
   }
 }
 
+// The chord's fields that decide which keys it lies in, packed into one word; empty for values
+// too wide to pack, which are then tested each time.
+std::optional<std::uint64_t> PackedChord(const CChordLite& chord) {
+  const auto fits = [](int value) { return value >= 0 && value < 256; };
+  const std::uint64_t mask = chord.Semitones.Word();
+  if (!fits(chord.RootKeyEnh.KeyNr) || !fits(chord.BassKeyEnh.KeyNr) || (mask >> 32) != 0) {
+    return std::nullopt;
+  }
+  const auto byte = [](int value) { return static_cast<std::uint64_t>(value) & 0xffu; };
+  return byte(chord.RootKeyEnh.KeyNr) | byte(chord.RootKeyEnh.Enh) << 8 |
+         byte(chord.BassKeyEnh.KeyNr) << 16 | byte(chord.BassKeyEnh.Enh) << 24 | mask << 32;
+}
+
+// Bit k: the chord lies in candidate k. The test is the heavy chord's, which reads the
+// chord record that the heavy chord gives back; that record is made once for all candidates.
+std::uint32_t CandidatesHolding(const CChordLite& chord, std::size_t count) {
+  const std::vector<TCandidate>& all = AllCandidates();
+  CChordLite asHeavyHasIt;
+  asHeavyHasIt.SetFromChordHeavy(chord.ToChordHeavy(24));
+  std::uint32_t holding = 0;
+  for (std::size_t k = 0; k < count; ++k) {
+    if (asHeavyHasIt.IsInSignKeyRegardlessOfEnh(all[k].heavy)) holding |= 1u << k;
+  }
+  return holding;
+}
+
 // The key's tonic triad as a chord list writes it when nothing is added: same spelling, no
 // bass, no distances.
 bool HasPlainTonicTriad(const CHarmAnlsChords& chords, const CSignKeyLite& signKey) {
@@ -83,15 +112,24 @@ CHarmCenterWeightAnalysis::TWeights CHarmCenterWeightAnalysis::_WeighCandidates(
   const std::vector<TCandidate>& all = AllCandidates();
   const std::size_t count = CandidateCount(CandidateSet);
   std::vector<double> weights(count, 0.0);
+  // A piece repeats its chords: each different chord is tested against the keys once.
+  std::unordered_map<std::uint64_t, std::uint32_t> holdingByChord;
   for (std::size_t i = 0; i < chords.size(); ++i) {
     const CHarmAnlsChordWithPos& chord = chords[i];
     if (chord.IsUndef()) continue;
     const double len =
         i + 1 < chords.size() ? chords[i + 1].Position - chord.Position : kLastChordLength;
     const bool atEdge = i == 0 || i + 1 == chords.size();
-    const CChordHeavy heavy = chord.ToChordHeavy(24);
+    std::uint32_t holding = 0;
+    if (const std::optional<std::uint64_t> packed = PackedChord(chord)) {
+      const auto [known, isNew] = holdingByChord.try_emplace(*packed, 0);
+      if (isNew) known->second = CandidatesHolding(chord, count);
+      holding = known->second;
+    } else {
+      holding = CandidatesHolding(chord, count);
+    }
     for (std::size_t k = 0; k < count; ++k) {
-      if (!heavy.IsInSignKeyRegardlessOfEnh(all[k].heavy)) continue;
+      if (((holding >> k) & 1u) == 0) continue;
       double& weight = weights[k];
       weight += len;
       if (chord.RootKeyEnh.KeyNr != all[k].signKey.RootKeyEnh.KeyNr) continue;

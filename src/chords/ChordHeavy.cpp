@@ -2,6 +2,10 @@
 
 #include "harmony/chords/ChordHeavy.h"
 
+#include <array>
+#include <bit>
+#include <cstdint>
+
 #include "chords/ChordHeavyDetail.h"
 #include "harmony/chords/CompingRange.h"
 
@@ -23,6 +27,21 @@ CChordHeavy MakeNoChord(TEnh rootEnh) {
 const CChordHeavy CChordHeavy_Undef{};
 const CChordHeavy CChordHeavy_NoChordYield = MakeNoChord(TEnh_bb);
 const CChordHeavy CChordHeavy_NoChordForce = MakeNoChord(TEnh_b);
+
+CNote chords_detail::NaturalNote(long noteNr) {
+  // The spellings of the twelve keys, looked up instead of worked out for every note.
+  static const std::array<TEnh, 12> spellings = [] {
+    std::array<TEnh, 12> built{};
+    for (int key = 0; key < 12; ++key) {
+      built[static_cast<std::size_t>(key)] = CNote(key, TEnh_n).Enh();
+    }
+    return built;
+  }();
+  CNote note;
+  note.SetNoteNr(noteNr);
+  note.SetEnhAndDontMakeSenseful(spellings[static_cast<std::size_t>(noteNr % 12)]);
+  return note;
+}
 
 // --- Construction
 
@@ -83,10 +102,45 @@ CChordHeavy::CChordHeavy(const CNote& root, const CIntvlSet& intvls, const CNote
 CChordHeavy::CChordHeavy(const CKeyEnh& root, const CSemitones& semitones, const CKeyEnh& bass,
                          int wrapIntvl) {
   _Init(wrapIntvl);
-  SetRootKeyEnh(root);
-  SetSemitones(semitones);
-  _SetBassOrRootInBassSlot(bass);
-  UpdateIntvlSetAndBassNoteHasIntvlAlone();
+  if (root.IsUndef()) {
+    // Without a root the bass becomes the root: the slow way says how.
+    SetRootKeyEnh(root);
+    SetSemitones(semitones);
+    _SetBassOrRootInBassSlot(bass);
+    UpdateIntvlSetAndBassNoteHasIntvlAlone();
+    return;
+  }
+  // What setting the root, the mask and the bass one after the other leaves, built directly
+  // (every chord record is named through this): the root in the comping range, a note for
+  // each interval above it, the bass (or the root) in the bass slot.
+  _RootNote.SetNoteNr(ToCompingRangeNoteNr(NormalizedKeyNr(root.KeyNr)));
+  _RootNote.SetEnh(root.Enh);
+  _RootNoteSpecified = true;
+  const long rootNr = _RootNote.NoteNr();
+  const std::uint64_t word = semitones.Word();
+  const CKeyEnh slot = bass.IsUndef() ? RootKeyEnh() : bass;
+  const CNote slotNote = chords_detail::BassSlotNote(slot.KeyNr, -1, slot.Enh);
+  if (word > 0xfff || wrapIntvl < 12) {
+    for (int intvl : semitones.IntvlSet()) {
+      _AddNoteNrAndIntvlIfNotAlreadyContained(rootNr + intvl, intvl);
+    }
+    _Notes.insert(slotNote);
+    UpdateIntvlSetAndBassNoteHasIntvlAlone();
+    return;
+  }
+  // Within the octave above a root in the comping range every interval is a note of its own,
+  // nothing to look up or clamp; and the interval cache is the mask plus the bass slot's key
+  // interval, which the bass sounds alone when the mask lacks it.
+  for (std::uint64_t rest = word; rest != 0; rest &= rest - 1) {
+    const int intvl = std::countr_zero(rest);
+    _Notes.insert(chords_detail::NaturalNote(rootNr + intvl));
+    _IntvlSet.insert(intvl);
+  }
+  _Notes.insert(slotNote);
+  const int bassIntvl = chords_detail::FloorMod12(slotNote.KeyNr() - _RootNote.KeyNr());
+  _IntvlSet.insert(bassIntvl);
+  _BassNoteHasIntvlAlone = ((word >> bassIntvl) & 1u) == 0;
+  _IntvlSetAndBassNoteHasIntvlAloneNeedsUpdate = false;
 }
 
 CChordHeavy::CChordHeavy(const CKeyEnh& root, const CIntvlSet& intvls, const CKeyEnh& bass,

@@ -75,7 +75,9 @@ void CChordHeavy::SetFromNoteSet(const CMySet<CNote>& notes) {
 void CChordHeavy::SetFromNoteNrSet(const CMySet<unsigned char>& noteNrs) {
   _Notes.clear();
   _IntvlSet.clear();
-  for (unsigned char noteNr : noteNrs) AddNote(CNote(noteNr, TEnh_n));
+  for (unsigned char noteNr : noteNrs) {
+    AddNote(noteNr <= 127 ? chords_detail::NaturalNote(noteNr) : CNote(noteNr, TEnh_n));
+  }
 }
 
 void CChordHeavy::SetFromKeyNrSet(const CMySet<int>& keyNrs) {
@@ -110,12 +112,15 @@ void CChordHeavy::DelNote(unsigned long noteIx) {
 }
 
 void CChordHeavy::DeleteAllNotesInOctave(int octave) {
-  CMySet<CNote> kept;
-  for (const CNote& note : _Notes) {
-    if (OctaveOfNoteNr(note.NoteNr()) != octave) kept.insert(note);
-  }
-  if (kept.size() == _Notes.size()) return;
-  _Notes = kept;
+  // The notes of one octave stand together in the ordered set: erased in place, the others
+  // keep their order.
+  const auto inOctave = [octave](const CNote& note) {
+    return OctaveOfNoteNr(note.NoteNr()) == octave;
+  };
+  const auto first = std::find_if(_Notes.begin(), _Notes.end(), inOctave);
+  if (first == _Notes.end()) return;
+  auto at = first;
+  while (at != _Notes.end() && inOctave(*at)) at = _Notes.erase(at);
   _IntvlSetAndBassNoteHasIntvlAloneNeedsUpdate = true;
 }
 
@@ -201,19 +206,18 @@ void CChordHeavy::SetBasicChord(TBasicChord basicChord) {
 
 bool CChordHeavy::_IsIntvlAloneForBassKey(int keyNr) const {
   if (IsUndef() || keyNr == kKeyNrUndef) return true;
-  return !IntvlSet().HasIntvl(FloorMod12(keyNr - _RootNote.KeyNr()));
+  const int intvl = FloorMod12(keyNr - _RootNote.KeyNr());
+  if (!_IntvlSetAndBassNoteHasIntvlAloneNeedsUpdate) return !_IntvlSet.HasIntvl(intvl);
+  // The cache would be read afresh from the notes; asking the notes is the same answer without
+  // building it (a bass note added next makes it stale again at once).
+  const int wrapIntvl = _IntvlSet.WrapIntvl();
+  return std::none_of(_Notes.begin(), _Notes.end(), [&](const CNote& note) {
+    return chords_detail::CachedIntvl(note.NoteNr(), _RootNote.NoteNr(), wrapIntvl) == intvl;
+  });
 }
 
 void CChordHeavy::SetBassNoteInOctave(int keyNr, int octave, TEnh enh) {
-  octave = octave < -1 ? -1 : (octave >= 10 ? 8 : octave);
-  const long noteNr = FloorMod12(keyNr) + 12L * (octave + 1);
-  CNote note;
-  note.SetNoteNr(noteNr);
-  if (enh != TEnh_n && enh != TEnh_Undef) {
-    note.SetEnhAndDontMakeSenseful(enh);
-  } else {
-    note.SetEnh(TEnh_n);
-  }
+  const CNote note = chords_detail::BassSlotNote(keyNr, octave, enh);
   _BassNoteHasIntvlAlone = _IsIntvlAloneForBassKey(note.KeyNr());
   AddNote(note);
 }

@@ -71,9 +71,7 @@ void CChordHeavy::UpdateIntvlSetAndBassNoteHasIntvlAlone() const {
   const int bassIntvl = WrappedKeyIntvl(_RootNote, *_Notes.begin());
   bool first = true;
   for (const CNote& note : _Notes) {
-    long intvl = note.NoteNr() - _RootNote.NoteNr();
-    if (intvl < 0) intvl += (-intvl + 11) / 12 * 12;
-    if (wrapIntvl != 0) intvl %= wrapIntvl;
+    const long intvl = chords_detail::CachedIntvl(note.NoteNr(), _RootNote.NoteNr(), wrapIntvl);
     _IntvlSet.insert(static_cast<int>(intvl));
     // Only the literal interval counts: a ninth (14) does not share the bass's second (2).
     if (!first && intvl == bassIntvl) _BassNoteHasIntvlAlone = false;
@@ -112,16 +110,27 @@ CSemitones CChordHeavy::Semitones() const {
 
 // --- The triad
 
-TBasicChord CChordHeavy::BasicChordRealIntvls(TIgnoreBassNoteForPositiveMatch mode) const {
-  const auto H = [this](int intvl) { return HasIntvlInAnyOctave(intvl); };
-  const auto P = [this](int intvl) { return HasIntvlInAnyOctaveButNotInBassNoteAlone(intvl); };
+namespace {
+
+chords_detail::TToneView ToneViewOf(const CChordHeavy& chord) {
+  chords_detail::TToneView view;
+  const CIntvlSet& intvls = chord.IntvlSet();
+  view.tones = chords_detail::TonesInAnyOctave(intvls);
+  view.hasRoot = intvls.HasIntvl(0);
+  if (chord.BassNoteHasIntvlAlone() && !chord.Notes().empty()) {
+    view.bassAloneIntvl = WrappedKeyIntvl(chord.RootNote(), *chord.Notes().begin());
+  }
+  return view;
+}
+
+TBasicChord BasicChordOf(const chords_detail::TToneView& v, TIgnoreBassNoteForPositiveMatch mode) {
+  const auto H = [&v](int intvl) { return v.H(intvl); };
+  const auto P = [&v](int intvl) { return v.P(intvl); };
   const auto Q = [&](int intvl) {
     return mode == kIgnoreBassNoteForPositiveMatch_Yes ? P(intvl) : H(intvl);
   };
-  const bool bassAlone = BassNoteHasIntvlAlone() && !_Notes.empty();
-  const int bassIntvl = bassAlone ? WrappedKeyIntvl(_RootNote, *_Notes.begin()) : kIntvlUndef;
   // A major third alone in the bass under a minor third does not make a major chord.
-  const bool majorThirdOnlyInBass = bassIntvl == 4 && H(3);
+  const bool majorThirdOnlyInBass = v.bassAloneIntvl == 4 && H(3);
   if (Q(4) && !majorThirdOnlyInBass) {
     if (Q(8) && !P(7)) return kBasicChordAug;
     if (Q(6) && !P(7)) return kBasicChordMajorFlat5;
@@ -134,14 +143,21 @@ TBasicChord CChordHeavy::BasicChordRealIntvls(TIgnoreBassNoteForPositiveMatch mo
   if (!P(7)) return kBasicChordNone;
   if (Q(5)) return kBasicChordSus4;
   if (Q(2)) return kBasicChordSus2;
-  if (!IntvlSet().HasIntvl(0) || H(2)) return kBasicChordNone;
+  if (!v.hasRoot || H(2)) return kBasicChordNone;
   if (H(3) || H(4) || H(5) || !H(7)) return kBasicChordNone;
   return kBasicChordPower;
 }
 
+}  // namespace
+
+TBasicChord CChordHeavy::BasicChordRealIntvls(TIgnoreBassNoteForPositiveMatch mode) const {
+  return BasicChordOf(ToneViewOf(*this), mode);
+}
+
 TBasicChord CChordHeavy::BasicChordForNaming() const {
-  const TBasicChord basic = BasicChordRealIntvls(kIgnoreBassNoteForPositiveMatch_No);
-  const auto P = [this](int intvl) { return HasIntvlInAnyOctaveButNotInBassNoteAlone(intvl); };
+  const chords_detail::TToneView view = ToneViewOf(*this);
+  const TBasicChord basic = BasicChordOf(view, kIgnoreBassNoteForPositiveMatch_No);
+  const auto P = [&view](int intvl) { return view.P(intvl); };
   if (basic == kBasicChordDim) return P(7) || P(10) ? kBasicChordMinor : kBasicChordDim;
   if (basic != kBasicChordNone) return basic;
   if (!P(3) || P(8)) return kBasicChordNone;

@@ -144,12 +144,23 @@ CNote _LikeliestRootByTable(const CChordHeavy& chord) {
 
 }  // namespace
 
-// The net algorithm: the lowest note becomes the root, so that the interval cache holds the
-// exact intervals above it; the net names the root's key distance above the lowest note.
+// The net algorithm: the net reads the exact intervals above the lowest note, as the interval
+// cache holds them once the lowest note is the root (its key in the bass slot, the other
+// notes of the bass octave given up to it), and names the root's key distance above it. The
+// intervals are worked out without changing the chord: the only caller roots the chord on the
+// found note next, which leaves it as rooting it on the lowest note first would have.
 CNote CChordHeavy::_LikeliestRootByNet() {
   const CNote lowest = BassNote();
-  SetRootNote(lowest);
-  UpdateIntvlSetAndBassNoteHasIntvlAlone();
+  const int wrapIntvl = _IntvlSet.WrapIntvl();
+  CIntvlSet intvls;
+  intvls.SetWrapIntvl(wrapIntvl);
+  intvls.insert(
+      static_cast<int>(chords_detail::CachedIntvl(lowest.KeyNr(), lowest.NoteNr(), wrapIntvl)));
+  for (const CNote& note : _Notes) {
+    if (chords_detail::OctaveOfNoteNr(note.NoteNr()) == -1) continue;
+    intvls.insert(
+        static_cast<int>(chords_detail::CachedIntvl(note.NoteNr(), lowest.NoteNr(), wrapIntvl)));
+  }
   int winner = 0;
   {
     const std::lock_guard<std::mutex> lock(ChordAnalysisNetLock());
@@ -157,7 +168,7 @@ CNote CChordHeavy::_LikeliestRootByNet() {
     static std::vector<double> inputs;
     const auto inputCount =
         static_cast<std::size_t>(NetForSingleChordAnalysis.get_input_neuron_count());
-    FillChordAnalysisNetInputs(IntvlSet(), inputCount, inputs);
+    FillChordAnalysisNetInputs(intvls, inputCount, inputs);
     NetForSingleChordAnalysis.use(inputs);
     winner = NetForSingleChordAnalysis.winner();
   }
@@ -182,22 +193,7 @@ void CChordHeavy::SetRootNoteAndEnh_ToLikeliestRegardingNoteSet(TSingleChordAnal
 }
 
 void CChordHeavy::AdjustEnhOfChordNotesToRootScale(bool* changed) {
-  std::array<TEnh, 12> enhByKey{};
-  const chords_detail::TChordScaleKeys keys = chords_detail::ChordScaleKeysOf(*this);
-  if (const auto spelling = chords_detail::ChordScaleSpellingFor(keys, _RootNote)) {
-    enhByKey = spelling->Enh;
-    // As the scale takes them: the last spelling of a key the chord spells itself.
-    for (const CNote& note : _Notes) {
-      const int key = note.KeyNr();
-      if (((spelling->ChordSpelledKeys >> key) & 1u) != 0 && note.Enh() != TEnh_Undef) {
-        enhByKey[static_cast<std::size_t>(key)] = note.Enh();
-      }
-    }
-  } else {
-    const CScaleHeavy scale = CSignKeyHeavy::Undef.ConstructScaleForChord(*this);
-    for (int key = 0; key < 12; ++key)
-      enhByKey[static_cast<std::size_t>(key)] = scale.EnhForKeyNr(key);
-  }
+  const std::array<TEnh, 12> enhByKey = chords_detail::ChordScaleEnhByKey(*this);
   CMySet<CNote> respelled;
   for (CNote note : _Notes) {
     const TEnh enh = enhByKey[static_cast<std::size_t>(note.KeyNr())];

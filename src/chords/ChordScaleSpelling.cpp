@@ -121,8 +121,13 @@ TChordScaleKeys ChordScaleKeysOf(const CChordHeavy& chord) {
   return keys;
 }
 
-std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& keys,
-                                                         const CNote& root) {
+namespace {
+
+// The kept word of a chord with these keys rooted on `root`, filled on first use; empty when
+// the values lie outside what the words hold, with the spelling worked out in `computed` when
+// it could not be kept.
+std::optional<std::uint64_t> _KeptWord(const TChordScaleKeys& keys, const CNote& root,
+                                       std::optional<TChordScaleSpelling>& computed) {
   if (!keys.Defined || root.IsUndef()) return std::nullopt;
   const int rootKey = root.KeyNr();
   const std::optional<std::uint64_t> rootCode = _EnhCode(root.Enh());
@@ -138,11 +143,53 @@ std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& 
   if (word == 0) {
     const TChordScaleSpelling spelling = _Compute(root, keys);
     const std::optional<std::uint64_t> packed = _Pack(spelling);
-    if (!packed) return spelling;
+    if (!packed) {
+      computed = spelling;
+      return std::nullopt;
+    }
     word = *packed;
     slot.store(word, std::memory_order_release);
   }
-  return _Unpack(word);
+  return word;
+}
+
+}  // namespace
+
+std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& keys,
+                                                         const CNote& root) {
+  std::optional<TChordScaleSpelling> computed;
+  const std::optional<std::uint64_t> word = _KeptWord(keys, root, computed);
+  if (!word) return computed;
+  return _Unpack(*word);
+}
+
+std::optional<int> ChordScaleSignsCountFor(const TChordScaleKeys& keys, const CNote& root) {
+  std::optional<TChordScaleSpelling> computed;
+  const std::optional<std::uint64_t> word = _KeptWord(keys, root, computed);
+  if (!word) {
+    if (computed) return computed->SignsCount;
+    return std::nullopt;
+  }
+  return static_cast<int>((*word >> kSignsShift) & 127u) - kSignsOffset;
+}
+
+std::array<TEnh, 12> ChordScaleEnhByKey(const CChordHeavy& chord) {
+  std::array<TEnh, 12> enhByKey{};
+  if (const auto spelling = ChordScaleSpellingFor(ChordScaleKeysOf(chord), chord.RootNote())) {
+    enhByKey = spelling->Enh;
+    // As the scale takes them: the last spelling of a key the chord spells itself.
+    for (const CNote& note : chord.Notes()) {
+      const int key = note.KeyNr();
+      if (((spelling->ChordSpelledKeys >> key) & 1u) != 0 && note.Enh() != TEnh_Undef) {
+        enhByKey[static_cast<std::size_t>(key)] = note.Enh();
+      }
+    }
+    return enhByKey;
+  }
+  const CScaleHeavy scale = CScaleHeavy::Undef.ConstructScaleForChord(chord);
+  for (int key = 0; key < 12; ++key)
+    enhByKey[static_cast<std::size_t>(key)] = scale.EnhForKeyNr(key);
+  return enhByKey;
 }
 
 }  // namespace harmony::chords_detail

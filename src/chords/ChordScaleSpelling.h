@@ -51,5 +51,14 @@ TChordScaleKeys ChordScaleKeysOf(const CChordHeavy& chord);
 std::optional<TChordScaleSpelling> ChordScaleSpellingFor(const TChordScaleKeys& keys,
                                                          const CNote& root);
 
+// Only the key signature's sign count of that spelling: the same answer as SignsCount of
+// ChordScaleSpellingFor, without unpacking the spellings.
+std::optional<int> ChordScaleSignsCountFor(const TChordScaleKeys& keys, const CNote& root);
+
+// How the scale of a chord spells each key, the chord's own spellings of the keys it keeps
+// included: EnhForKeyNr of CScaleHeavy::Undef.ConstructScaleForChord(chord), from the kept
+// words where they serve, else from the heavy scale.
+std::array<TEnh, 12> ChordScaleEnhByKey(const CChordHeavy& chord);
+
 }  // namespace chords_detail
 }  // namespace harmony

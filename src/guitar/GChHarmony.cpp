@@ -6,6 +6,7 @@
 
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/guitar/GChBasicChord.h"
+#include "harmony/pitch/TextUtil.h"
 
 namespace harmony {
 
@@ -79,14 +80,18 @@ std::optional<std::string> GChHarmonyCommaSeparatedStringFromChordDescr(
   return NameOnRoot(ChordOfDescr(chord, tuning), rootKey, enhType, capodasterOffset, true);
 }
 
+// Names are compared by their characters, as a reader sees them: a flat or sharp sign is one
+// character, though UTF-8 spends three bytes on it.
 int GChProposedRootNoteFromChord(const GChChord& chord, int capodasterOffset) {
   int best = -1;
   std::size_t bestLength = static_cast<std::size_t>(INT_MAX);
   for (int root = 0; root < 12; ++root) {
     const auto name = GChHarmonyStringFromChord(chord, root, -1, capodasterOffset);
-    if (name && name->size() < bestLength) {
+    if (!name) continue;
+    const std::size_t length = _UTF8StringLength(*name);
+    if (length < bestLength) {
       best = root;
-      bestLength = name->size();
+      bestLength = length;
     }
   }
   return best;

@@ -94,11 +94,16 @@ int AlteredIntvl(int intvl, std::int32_t alter) {
   return static_cast<int>(std::clamp(value, -1000LL, 1000LL));
 }
 
+const TDegreeRow* AddedDegreeRow(const std::string& value) {
+  const auto row = std::find_if(kDegreeRows.begin(), kDegreeRows.end(),
+                                [&](const TDegreeRow& r) { return r.value == value; });
+  return row == kDegreeRows.end() ? nullptr : &*row;
+}
+
 void ApplyDegree(const TMusicXMLDegree& degree, CIntvlSet& intvls) {
   if (degree.Type == "add") {
-    const auto row = std::find_if(kDegreeRows.begin(), kDegreeRows.end(),
-                                  [&](const TDegreeRow& r) { return r.value == degree.Value; });
-    if (row == kDegreeRows.end()) return;
+    const TDegreeRow* row = AddedDegreeRow(degree.Value);
+    if (row == nullptr) return;
     int index = 0;
     for (const int intvl : row->intervals) {
       intvls.insert(index++ == row->altered ? AlteredIntvl(intvl, degree.Alter) : intvl);
@@ -113,6 +118,11 @@ void ApplyDegree(const TMusicXMLDegree& degree, CIntvlSet& intvls) {
 }
 
 }  // namespace
+
+bool IsReadMusicXmlDegree(const TMusicXMLDegree& degree) {
+  if (degree.Type == "add") return AddedDegreeRow(degree.Value) != nullptr;
+  return (degree.Type == "subtract" || degree.Type == "alter") && degree.Value == "5";
+}
 
 // --- Pitch
 

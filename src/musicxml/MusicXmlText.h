@@ -4,8 +4,10 @@
 // the first other character; 0 when there are none, and the limits of a 32-bit integer for
 // numbers beyond them.
 
+#include <charconv>
 #include <cstdint>
 #include <limits>
+#include <string>
 #include <string_view>
 
 namespace harmony::musicxml {
@@ -27,6 +29,27 @@ inline std::int32_t IntValueOfText(std::string_view text) {
     }
   }
   return static_cast<std::int32_t>(negative ? -value : value);
+}
+
+// The same for decimal numbers ("1.5", "-0.25", "3e2"); 0.0 when no number begins the text.
+inline double DoubleValueOfText(std::string_view text) {
+  std::size_t i = text.find_first_not_of(" \t\n\r\f\v");
+  if (i == std::string_view::npos) return 0.0;
+  if (text[i] == '+') ++i;
+  double value = 0.0;
+  const auto [end, error] = std::from_chars(text.data() + i, text.data() + text.size(), value,
+                                            std::chars_format::general);
+  (void)end;
+  return error == std::errc() ? value : 0.0;
+}
+
+// ASCII letters lowered; other characters stay as they are.
+inline std::string LowercaseText(std::string_view text) {
+  std::string lowered(text);
+  for (char& c : lowered) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lowered;
 }
 
 }  // namespace harmony::musicxml

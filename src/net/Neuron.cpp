@@ -59,8 +59,13 @@ double _Linear(double net, double s, double t) {
   return std::clamp(v, -1.0, 1.0);
 }
 
+// Beyond this scaled input the hyperbolic tangent is 1 to the last bit, while the exponentials
+// of its quotient overflow from about 710 on and would give infinity over infinity.
+constexpr double kTanHypSaturation = 350.0;
+
 double _TanHyp(double net, double s, double t) {
   const double u = net - t;
+  if (std::fabs(s * u) > kTanHypSaturation) return s * u > 0.0 ? 1.0 : -1.0;
   const double up = std::exp(s * u);
   const double down = std::exp(-s * u);
   double v = (up - down) / (up + down);
@@ -97,6 +102,7 @@ double _LinearAbl(double net, double s, double) { return net >= 0.0 && net <= 1.
 
 double _TanHypAbl(double net, double s, double t) {
   const double x = s * (t - net);
+  if (std::fabs(x) > kTanHypSaturation) return 0.0;  // flat where the curve has saturated
   const double a = std::exp(-x);
   const double b = std::exp(x);
   return (s * a + s * b) / (a + b) - ((a - b) / ((a + b) * (a + b))) * (s * a - s * b);
@@ -167,14 +173,18 @@ void Neuron::calcVec(Neuron* neurons, const double* inputs, std::int32_t count, 
   }
   const double s = activation_slope;
   const double t = activation_threshold;
+  // Sums, exponentials and quotients in three passes: the neurons' calls of exp and their
+  // divisions don't wait on each other, so they overlap.
   for (std::int32_t n = 0; n < neuronCount; ++n) {
-    Neuron& neuron = neurons[n];
-    neuron.mNetInput = _BlockSum(inputs, neuron.mWeights.data(), count);
-    const double e = std::exp(s * (t - neuron.mNetInput));
-    neuron.mExponential = e;
-    neuron.mValue = std::min(1.0 / (e + 1.0), 1.0);
-    out[n] = neuron.mValue;
+    neurons[n].mNetInput = _BlockSum(inputs, neurons[n].mWeights.data(), count);
   }
+  for (std::int32_t n = 0; n < neuronCount; ++n) {
+    neurons[n].mExponential = std::exp(s * (t - neurons[n].mNetInput));
+  }
+  for (std::int32_t n = 0; n < neuronCount; ++n) {
+    out[n] = std::min(1.0 / (neurons[n].mExponential + 1.0), 1.0);
+  }
+  for (std::int32_t n = 0; n < neuronCount; ++n) neurons[n].mValue = out[n];
 }
 
 double Neuron::Act_Abl() const {

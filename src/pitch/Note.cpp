@@ -1,6 +1,8 @@
 #include "harmony/pitch/Note.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 
@@ -34,6 +36,46 @@ int OctaveNameOffset(const CChordNamePrefs& prefs) {
     default:
       return -1;
   }
+}
+
+// The sensible spelling of a key as C major would write it, from any spelling: a natural or
+// a missing spelling takes C major's, an accidental that doesn't fit the key shifts to the
+// nearest spelling that does.
+TEnh SensefulEnhAssumingCMajor(int k, TEnh enh) {
+  while (!IsSensefulEnhForKeyNr(k, enh)) {
+    if (enh == TEnh_n || enh == TEnh_Undef) {
+      enh = MakeSensefulEnhForKeyNrAssumingCMajor(k, enh);
+      if (enh == TEnh_Undef) return enh;
+      continue;
+    }
+    const bool toFlats =
+        (k == 11 || k == 4) ? (enh >= TEnh_n && enh <= TEnh_ss) : (enh >= TEnh_s && enh <= TEnh_ss);
+    return toFlats ? EnhShiftToFlats(k, enh) : EnhShiftToSharps(k, enh);
+  }
+  return enh;
+}
+
+// The same for every key (12 for an undefined one) and every byte of a spelling, worked out
+// once: every note a chord is built of is spelled through it.
+using TSensefulTable = std::array<std::array<TEnh, 256>, 13>;
+
+// Out of line, so that the look-up stays small.
+[[gnu::noinline]] TSensefulTable BuildSensefulTable() {
+  TSensefulTable built{};
+  for (int key = 0; key < 13; ++key) {
+    for (int byte = 0; byte < 256; ++byte) {
+      const auto given = static_cast<TEnh>(static_cast<std::int8_t>(byte));
+      built[static_cast<std::size_t>(key)][static_cast<std::size_t>(byte)] =
+          SensefulEnhAssumingCMajor(key == 12 ? kKeyNrUndef : key, given);
+    }
+  }
+  return built;
+}
+
+TEnh SensefulEnhAssumingCMajorFromTable(int keyNr, TEnh enh) {
+  static const TSensefulTable table = BuildSensefulTable();
+  const std::size_t row = keyNr == kKeyNrUndef ? 12 : static_cast<std::size_t>(keyNr);
+  return table[row][static_cast<std::uint8_t>(enh)];
 }
 
 }  // namespace
@@ -92,18 +134,7 @@ void CNote::SetNoteNrAndMakeSensefulEnhAssumingCMajor(long noteNr) {
 void CNote::Clear() { *this = CNote::Undef; }
 
 void CNote::MakeSensefulEnhAssumingCMajor() {
-  const int k = KeyNr();
-  while (!IsSensefulEnhForKeyNr(k, _Enh)) {
-    if (_Enh == TEnh_n || _Enh == TEnh_Undef) {
-      _Enh = MakeSensefulEnhForKeyNrAssumingCMajor(k, _Enh);
-      if (_Enh == TEnh_Undef) return;
-      continue;
-    }
-    const bool toFlats = (k == 11 || k == 4) ? (_Enh >= TEnh_n && _Enh <= TEnh_ss)
-                                             : (_Enh >= TEnh_s && _Enh <= TEnh_ss);
-    _Enh = toFlats ? harmony::EnhShiftToFlats(k, _Enh) : harmony::EnhShiftToSharps(k, _Enh);
-    return;
-  }
+  _Enh = SensefulEnhAssumingCMajorFromTable(KeyNr(), _Enh);
 }
 
 void CNote::AddIntvlAndClampToKey(int intvl) {
@@ -153,11 +184,6 @@ bool CNote::SetKeyNrAndEnhAssumingCMajorFromString(std::string_view text, int* c
   }
   SetKeyNrAndEnhAssumingCMajor(key.KeyNr, key.Enh);
   return true;
-}
-
-bool CNote::operator<(const CNote& other) const {
-  if (_NoteNr != other._NoteNr) return _NoteNr < other._NoteNr;
-  return static_cast<std::uint8_t>(_Enh) < static_cast<std::uint8_t>(other._Enh);
 }
 
 void CNote::WriteTrace(std::ostream& out) const {

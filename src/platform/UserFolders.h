@@ -9,7 +9,7 @@ namespace harmony::platform {
 
 // $XDG_DATA_HOME, or ~/.local/share when it is unset or empty.
 std::filesystem::path UserDataFolder();
-// The installed data folder and the data folder of the source tree, those that exist.
+// The library's data folder (DataFolder in harmony/DataFolder.h) when it exists.
 std::vector<std::filesystem::path> ResourceFolders();
 // A leading "~" or "~/" stands for the home folder.
 std::filesystem::path ExpandTilde(const std::string& path);

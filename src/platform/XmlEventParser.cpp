@@ -193,19 +193,23 @@ struct XmlEventParser::Callbacks {
   }
 };
 
-std::optional<std::string_view> XmlAttributes::Find(std::string_view name) const {
+}  // namespace harmony::platform
+
+namespace harmony {
+
+std::optional<std::string_view> CXMLAttributes::Find(std::string_view name) const {
   for (const auto& [entryName, value] : _entries) {
     if (entryName == name) return value;
   }
   return std::nullopt;
 }
 
-std::string_view XmlAttributes::ValueOr(std::string_view name, std::string_view fallback) const {
+std::string_view CXMLAttributes::ValueOr(std::string_view name, std::string_view fallback) const {
   const std::optional<std::string_view> value = Find(name);
   return value ? *value : fallback;
 }
 
-void XmlAttributes::_Add(std::string_view name, std::string_view rawValue) {
+void CXMLAttributes::_Add(std::string_view name, std::string_view rawValue) {
   // Without entity substitution libxml2 hands an ampersand in an attribute on as "&#38;";
   // references to entities declared in the document stay as written.
   static constexpr std::string_view kAmpersand = "&#38;";
@@ -225,6 +229,10 @@ void XmlAttributes::_Add(std::string_view name, std::string_view rawValue) {
   _decoded.push_back(std::move(decoded));
   _entries.emplace_back(name, _decoded.back());
 }
+
+}  // namespace harmony
+
+namespace harmony::platform {
 
 XmlEventParser::XmlEventParser(std::string_view bytes, std::string name)
     : _bytes(bytes), _name(std::move(name)) {}

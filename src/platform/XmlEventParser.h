@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include "harmony/musicxml/XMLAttributes.h"
+
 namespace harmony::platform {
 
 struct XmlError {
@@ -28,28 +30,7 @@ struct XmlError {
 };
 
 // The attributes of one element as name and value, valid during the event only.
-class XmlAttributes {
- public:
-  std::size_t size() const { return _entries.size(); }
-  std::string_view Name(std::size_t i) const { return _entries[i].first; }
-  std::string_view Value(std::size_t i) const { return _entries[i].second; }
-  // The value of the attribute `name`, or nothing when the element lacks it.
-  std::optional<std::string_view> Find(std::string_view name) const;
-  // The value, or "" when the element lacks it.
-  std::string_view ValueOr(std::string_view name, std::string_view fallback = {}) const;
-
-  // Filled by the dispatcher.
-  void _Clear() {
-    _entries.clear();
-    _decoded.clear();
-  }
-  void _Add(std::string_view name, std::string_view rawValue);
-
- private:
-  std::vector<std::pair<std::string_view, std::string_view>> _entries;
-  // Values that needed decoding; a deque keeps each string in place while more are added.
-  std::deque<std::string> _decoded;
-};
+using XmlAttributes = CXMLAttributes;
 
 class XmlEventParser;
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -99,6 +102,48 @@ TEST(ChordStringParser, ACallerChoosesTokensAndLengths) {
   chords.ParseStringIntoChords("C G", TChordStringParse());
   EXPECT_EQ(Placed(chords), Parse("C G"));
   EXPECT_EQ(Placed(CHarmAnlsChords("C,D", waltz)), (TPlaced{{0, "C"}, {0.5, "D"}, {1, "U"}}));
+}
+
+// The usual separator is cut by its white-space class, not by the expression engine; every
+// byte must split, or not, as the expression "\s+" splits it, and a tokenizer changed through
+// std::regex's members must go back to the engine.
+TEST(ChordStringParser, WhiteSpaceRunCutsAsTheExpressionDoes) {
+  TChordStringParse byEngine;
+  byEngine.Tokenizer = std::regex(R"(\s+)", std::regex::ECMAScript);
+  ASSERT_FALSE(byEngine.Tokenizer.IsWhiteSpaceRun());
+  ASSERT_TRUE(TChordStringParse().Tokenizer.IsWhiteSpaceRun());
+  const auto json = [](const CHarmAnlsChords& chords) {
+    std::ostringstream out;
+    chords.AppendJSONString(out);
+    return out.str();
+  };
+  const std::string pieces[] = {"C", "maj7", "Dm7", "|", ".", "G7", "ma", "-", "{A}", "\u266D"};
+  std::uint64_t seed = 5;
+  const auto next = [&seed](std::uint64_t count) {
+    seed = seed * 6364136223846793005ULL + 1442695040888963407ULL;
+    return (seed >> 33) % count;
+  };
+  for (int byte = 0; byte < 256; ++byte) {
+    for (int text = 0; text < 4; ++text) {
+      std::string line;
+      for (int token = 0; token < 8; ++token) {
+        if (next(3) == 0) line += static_cast<char>(byte);
+        line += pieces[next(std::size(pieces))];
+        line += std::string(1 + next(3), next(2) == 0 ? ' ' : static_cast<char>(byte));
+      }
+      ASSERT_EQ(json(ParseIntoChords(line, TChordStringParse())),
+                json(ParseIntoChords(line, byEngine)))
+          << "byte " << byte << ": " << line;
+    }
+  }
+  TChordStringParse changed;
+  changed.Tokenizer.assign(",");
+  EXPECT_FALSE(changed.Tokenizer.IsWhiteSpaceRun());
+  EXPECT_EQ(Parse("C G A,F", changed).size(), 3U);  // "C G A" and "F", then the closing chord
+  changed.Tokenizer = ChordListTokenizer(R"(\s+)");
+  EXPECT_TRUE(changed.Tokenizer.IsWhiteSpaceRun());
+  changed.Tokenizer = "[,]";
+  EXPECT_EQ(Parse("C,G", changed), Parse("C G"));
 }
 
 TEST(ChordStringParser, PositionedFormCountsDistancesFromC) {

@@ -135,6 +135,24 @@ TEST(HarmAnlsRecords, InsertingKeepsTheListInPositionOrder) {
   const CHarmAnlsChords front{At(-1, kB)};
   chords.InsertAtCorrectPosition(chords.cend(), front.cbegin(), front.cend());
   EXPECT_EQ(chords.front().RootKeyEnh, kB);
+
+  // Chords in order that fall between and onto those there go in behind the chords up to the
+  // first new one's position; at an equal position further on they stand before the old
+  // chord, as they stood before it when put in. Put in at the front, they lead their ties.
+  const auto roots = [](const CHarmAnlsChords& list) {
+    std::vector<int> keys;
+    for (const CHarmAnlsChordWithPos& chord : list) keys.push_back(chord.RootKeyEnh.KeyNr);
+    return keys;
+  };
+  CHarmAnlsChords run{At(0, kC), At(4, kF), At(6, kG), EndAt(8)};
+  const CHarmAnlsChords between{At(4, kA), At(5, kE), At(6, kB), At(9, kBFlat)};
+  run.InsertAtCorrectPosition(between.cbegin(), between.cend());
+  EXPECT_EQ(Positions(run), (std::vector<double>{0, 4, 4, 5, 6, 6, 8, 9}));
+  EXPECT_EQ(roots(run), (std::vector<int>{0, 5, 9, 4, 11, 7, 15, 10}));
+  CHarmAnlsChords atFront{At(0, kC), At(4, kF), EndAt(8)};
+  const CHarmAnlsChords late{At(0, kG), At(8, kA)};
+  atFront.InsertAtCorrectPosition(atFront.cbegin(), late.cbegin(), late.cend());
+  EXPECT_EQ(roots(atFront), (std::vector<int>{7, 0, 5, 9, 15}));
 }
 
 TEST(HarmAnlsRecords, CollectingTakesTheClosingChordOfTheRange) {

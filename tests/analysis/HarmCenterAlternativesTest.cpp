@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -145,6 +147,42 @@ TEST(HarmCenterAlternatives, CleanUpDropsOutlastedRepeatedAndContradictedReading
   ASSERT_EQ(sure.size(), 3U);
   EXPECT_EQ(sure[0].Centers[0].HarmCenter, Major(7));
   EXPECT_EQ(sure[2].Centers[0].HarmCenter, Major(9));
+}
+
+// The search remembers how far each center reaches; its readings must be those of growing
+// every found range on its own and cleaning up as the analyser does, on pieces where ranges
+// of different lengths start and end all over.
+TEST(HarmCenterAlternatives, RememberedReachGivesTheRangesOfAPlainWalk) {
+  const char* const vocabulary[] = {"Cmaj7", "Dm7", "Em7", "Fmaj7", "G7",  "Am7", "Bm7b5",
+                                    "C",     "F",   "G",   "Am",    "Dm",  "E7",  "A7",
+                                    "D7",    "Bb7", "Ab",  "Gsus4", "C#m", "Eb"};
+  std::uint64_t seed = 7;
+  for (int piece = 0; piece < 200; ++piece) {
+    std::string text;
+    for (int c = 0; c < 40; ++c) {
+      seed = seed * 6364136223846793005ULL + 1442695040888963407ULL;
+      text += std::string(vocabulary[(seed >> 33) % std::size(vocabulary)]) + " ";
+    }
+    const CHarmAnlsChords chords = Chords(text);
+    CHarmAnlsCenterAlternatives plain;
+    std::vector<const CHarmAnlsProgression*> best;
+    const CHarmAnlsProgressions& table = CHarmAnlsProgressions::TonicProgressions();
+    for (auto it = chords.cbegin(); it != chords.cend(); ++it) {
+      table.FindBestForwardMatchingProgressions(it, chords, best);
+      const auto i = static_cast<std::size_t>(it - chords.cbegin());
+      for (const CHarmAnlsProgression* progression : best) {
+        CHarmAnlsCenterInChords entry(
+            progression->HarmCenterCalculatedFromFoundProgressionLastChord(it, chords), i,
+            i + progression->size());
+        entry.ExtendForAdjacentDiatonicOrAllowedOutlierChords(chords);
+        plain.emplace_back(1.0 / static_cast<double>(best.size()), CHarmAnlsCentersInChords{entry});
+      }
+    }
+    plain.RemoveShorterContainedAlternatives();
+    plain.Deduplication();
+    plain.RemoveNonSureAlternativesWithSameRangeAsSureAlternative();
+    ASSERT_EQ(CAnalyseHarmCenterAlternatives(chords).Result(), plain) << text;
+  }
 }
 
 }  // namespace

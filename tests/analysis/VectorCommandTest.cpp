@@ -6,9 +6,12 @@
 
 #include "TestPaths.h"
 #include "ToolRun.h"
+#include "platform/JsonReader.h"
 
 namespace {
 
+using harmony::JsonDict;
+namespace platform = harmony::platform;
 using harmony::testing::Contains;
 using harmony::testing::RunTool;
 using harmony::testing::TRun;
@@ -37,7 +40,7 @@ TEST_F(VectorCommand, ExportNameChromaAndOneHot) {
 }
 
 TEST_F(VectorCommand, WireFormsAndReadingBack) {
-  const TRun json = RunTool("vector --json C7/E");
+  const TRun json = RunTool("vector --json=native C7/E");
   EXPECT_EQ(json.status, 0) << json.output;
   EXPECT_EQ(json.output,
             "{\"VectorRep\":[0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, "
@@ -47,8 +50,25 @@ TEST_F(VectorCommand, WireFormsAndReadingBack) {
   EXPECT_EQ(back.status, 0) << back.output;
   EXPECT_TRUE(Contains(back.output, "json 1  C7 / E  100010010010  3 15 32 38")) << back.output;
   EXPECT_TRUE(Contains(back.output, "json 2  Am      100010000100  12 16")) << back.output;
-  const TRun keys = RunTool("vector --json --keys Am/G");
+  const TRun keys = RunTool("vector --json=native --keys Am/G");
   EXPECT_TRUE(Contains(keys.output, "\"Semitones\":137}")) << keys.output;
+  // The key form reads back, key numbers written as text included.
+  const TRun keysBack =
+      RunTool("vector --read '" + keys.output.substr(0, keys.output.size() - 1) + "'");
+  EXPECT_TRUE(Contains(keysBack.output, "json 1  Am / G  100010010100  12 16 41"))
+      << keysBack.output;
+
+  // Strict JSON: one document with the chord, its chroma and its one-hot elements as numbers.
+  const TRun strict = RunTool("vector --json C7/E '*'");
+  EXPECT_EQ(strict.status, 0) << strict.output;
+  const auto dict = platform::ParseJson(strict.output);
+  ASSERT_TRUE(dict.has_value()) << strict.output;
+  const JsonDict& c7 = (*dict)["chords"][0];
+  EXPECT_EQ(c7["export"], "C7 / E");
+  EXPECT_EQ(c7["chord"]["bass"]["key"], 4);
+  EXPECT_EQ(c7["chroma"], JsonDict::parse("[1,0,0,0,1,0,0,1,0,0,1,0]"));
+  EXPECT_EQ(c7["oneHot"], JsonDict::parse("[3,15,32,38]"));
+  EXPECT_EQ((*dict)["chords"][1]["oneHot"], JsonDict::parse("[2]"));
 }
 
 TEST_F(VectorCommand, RefusesBadInput) {
@@ -56,6 +76,15 @@ TEST_F(VectorCommand, RefusesBadInput) {
   EXPECT_EQ(RunTool("vector --read '{\"VectorRep\":[0, 1]}'").status, 1);
   EXPECT_EQ(RunTool("vector --read '[1, 2]'").status, 1);
   EXPECT_EQ(RunTool("vector --read '{\"Semitones\":145}'").status, 1);
+  // Values no chord holds: a key beyond 0..11 (15 is none) and a mask beyond twelve semitones.
+  for (const char* form :
+       {"{\"RootKeyNr\":99999999999}", "{\"RootKeyNr\":12}", "{\"RootKeyEnh\":{\"KeyNr\":\" x\"}}",
+        "{\"RootKeyNr\":0,\"Semitones\":4096}", "{\"RootKeyNr\":0,\"BassKeyNr\":-1}",
+        "{\"RootKeyEnh\":5}", "{\"RootKeyEnh\":{}}"}) {
+    const TRun run = RunTool(std::string("vector --read '") + form + "'");
+    EXPECT_EQ(run.status, 1) << form << "\n" << run.output;
+  }
+  EXPECT_EQ(RunTool("vector --lenient --read '{\"RootKeyNr\":12}'").status, 0);
   const TRun notJson = RunTool("vector --read '{\"RootKeyNr\":0,}'");
   EXPECT_EQ(notJson.status, 1);
   EXPECT_TRUE(Contains(notJson.output, "not a JSON object")) << notJson.output;

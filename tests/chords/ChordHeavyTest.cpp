@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -92,6 +94,32 @@ TEST(ChordHeavy, FromSemitonesWithBassSlot) {
   EXPECT_EQ(ToLite(ninth), CChordLite(kC, CSemitones(1173), kBb));
   const CChordHeavy inRange(CNote(65, TEnh_n), CIntvlSet{0, 4, 7, 14}, CNote::Undef);
   EXPECT_EQ(NoteNrs(inRange), (std::vector<long>{5, 55, 65, 69, 72}));  // 79 folds down
+}
+
+// The chord from root, mask and bass is built in one go; it must be the chord that setting
+// the root, the mask and the bass one after the other gives, for every mask and for roots
+// and basses of every spelling, odd ones included.
+TEST(ChordHeavy, FromSemitonesAsSetStepByStep) {
+  const TEnh spellings[] = {TEnh_n, TEnh_b, TEnh_s, TEnh_bb, TEnh_ss, TEnh_bbb, TEnh_Undef};
+  const int wraps[] = {24, 12, 36, 11, 7, 0};
+  for (std::uint64_t mask = 0; mask < 4096 + 8; ++mask) {
+    const CKeyEnh root(static_cast<int>(mask * 5 % 12), spellings[mask % 7]);
+    const int bassKey = static_cast<int>(mask / 7 % 13);
+    const CKeyEnh bass = bassKey == 12 ? CKeyEnh() : CKeyEnh(bassKey, spellings[mask / 3 % 7]);
+    const int wrap = wraps[mask % std::size(wraps)];
+    const CChordHeavy built(root, CSemitones(mask), bass, wrap);
+    CChordHeavy stepwise(wrap);
+    stepwise.SetRootKeyEnh(root);
+    stepwise.SetSemitones(CSemitones(mask));
+    stepwise.RemoveBassNote();
+    const CKeyEnh slot = bass.IsUndef() ? stepwise.RootKeyEnh() : bass;
+    stepwise.SetBassNoteInOctave(slot.KeyNr, -1, slot.Enh);
+    stepwise.UpdateIntvlSetAndBassNoteHasIntvlAlone();
+    ASSERT_TRUE(built.IsExactlyTheSame(stepwise)) << mask;
+    ASSERT_EQ(built.RootNoteSpecified(), stepwise.RootNoteSpecified()) << mask;
+    ASSERT_EQ(built.IntvlSet(), stepwise.IntvlSet()) << mask;
+    ASSERT_EQ(built.BassNoteHasIntvlAlone(), stepwise.BassNoteHasIntvlAlone()) << mask;
+  }
 }
 
 TEST(ChordHeavy, FromPlayedNotesAndKeys) {

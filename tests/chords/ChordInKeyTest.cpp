@@ -215,5 +215,35 @@ TEST(ChordInKey, ChordsCompatibleWithScale) {
   EXPECT_EQ(CSignKeyLite().ToChord(), CChordLite());
 }
 
+// The diatonic test reads key sets where it can; it must agree with the heavy chord in the
+// heavy scale for every mask, on roots, basses and spellings of all kinds, in scales of
+// every sort, with and without a root.
+TEST(ChordInKey, DiatonicTestAgreesWithTheHeavyChordInTheHeavyScale) {
+  const CScaleLite scales[] = {
+      CScaleLite(kC, CSemitones(2741)),      CScaleLite(kA, CSemitones(1453)),
+      CScaleLite(kFSharp, CSemitones(1709)), CScaleLite(kBb, CSemitones(2477)),
+      CScaleLite(kEb, CSemitones(4095)),     CScaleLite(kD, CSemitones(0)),
+      CScaleLite(kNoKey, CSemitones(2741)),  CScaleLite(CKeyEnh(9, TEnh_Undef), CSemitones(661))};
+  const TEnh spellings[] = {TEnh_n, TEnh_b, TEnh_s, TEnh_bb, TEnh_Undef};
+  int checked = 0;
+  for (std::uint64_t mask = 0; mask < 4096; ++mask) {
+    const int root = static_cast<int>(mask % 13) == 12 ? kKeyNrUndef : static_cast<int>(mask % 13);
+    const int bass =
+        static_cast<int>(mask / 13 % 13) == 12 ? kKeyNrUndef : static_cast<int>(mask / 13 % 13);
+    const TEnh enh = spellings[mask % 5];
+    const CChordLite chord(CKeyEnh(root, enh), CSemitones(mask),
+                           bass == kKeyNrUndef ? kNoKey : CKeyEnh(bass, spellings[mask / 7 % 4]));
+    for (const CScaleLite& scale : scales) {
+      const bool heavy =
+          CScaleHeavy(scale.RootKeyEnh, scale.Semitones)
+              .ChordIncludingOptionsIsDiatonicInScaleDisregardingEnh(chord.ToChordHeavy(24));
+      ASSERT_EQ(ScaleLite::ChordIncludingOptionsIsDiatonicInScale(chord, scale), heavy)
+          << chord.StringForInitializerList() << " in " << scale.StringForInitializerList();
+      checked += heavy;
+    }
+  }
+  EXPECT_GT(checked, 100);  // the masks reach into the scales often enough to test both ways
+}
+
 }  // namespace
 }  // namespace harmony

@@ -118,6 +118,10 @@ TEST(RootDetection, NetOnWellKnownVoicings) {
       {{60, 65, 67}, 0},              // Csus4
       {{54, 57, 60, 64}, 6},          // F sharp half-diminished
       {{40, 47, 52, 56, 59, 64}, 4},  // E major, guitar shape
+      {{53, 57, 62, 65}, 2},          // D minor over F, not F6 without its fifth
+      {{57, 60, 65}, 5},              // F over A
+      {{52, 57, 61}, 9},              // A over E
+      {{45, 53, 60}, 5},              // F over A, open
   };
   for (const Case& c : cases) {
     EXPECT_EQ(RootKey(c.notes, kNet), c.root) << Played(c.notes).TraceString();

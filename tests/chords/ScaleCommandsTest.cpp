@@ -32,7 +32,7 @@ TEST_F(ScaleCommands, ScaleSpellsDegreesAndCountsSigns) {
   EXPECT_TRUE(Contains(run.output, "st_majaddb7")) << run.output;
   EXPECT_TRUE(Contains(run.output, "st_custom (Whole Tone)")) << run.output;
 
-  const TRun json = RunTool("scale --json 'D dorian' 'F# hm5'");
+  const TRun json = RunTool("scale --json=native 'D dorian' 'F# hm5'");
   EXPECT_EQ(json.status, 0) << json.output;
   EXPECT_EQ(json.output,
             "{\"root\":{\"name\":\"D3\",\"nr\":62,\"enh\":\"neutral\"},\"type\":\"dori\"}\n"

@@ -4,6 +4,8 @@
 #include <fstream>
 
 #include "GuitarTestSupport.h"
+#include "TestPaths.h"
+#include "harmony/DataFolder.h"
 #include "harmony/guitar/GChDatabase.h"
 #include "harmony/guitar/GChSimpleDatabase.h"
 #include "platform/FileWrapper.h"
@@ -371,6 +373,23 @@ TEST(GChSimpleDatabase, ViewsFactoryAndUserChords) {
   ASSERT_NE(single, nullptr);
   EXPECT_EQ(single->allChordsFilteringLibrary(nullptr, true).size(), 3u);
   EXPECT_EQ(GChSimpleDatabase::initWithLibraryFileAtPath(temp.path() / "none", "x"), nullptr);
+}
+
+// The factory package lies in the library's data folder: inside the build tree the source
+// tree's, or one a host names.
+TEST(GChDatabasePackage, FactoryPackageIsFoundInTheDataFolder) {
+  EXPECT_TRUE(fs::equivalent(DataFolder(), HARMONY_DATA_DIR));
+  EXPECT_TRUE(fs::equivalent(GChDatabase::factoryPackageLocation(),
+                             fs::path(HARMONY_DATA_DIR) / "Chord Grids" / "GuitarChords.gchdb"));
+  TempFolder temp;
+  SetDataFolder(temp.path());
+  EXPECT_EQ(DataFolder(), temp.path());
+  EXPECT_TRUE(GChDatabase::factoryPackageLocation().empty());
+  fs::create_directories(temp.path() / "Chord Grids" / "GuitarChords.gchdb");
+  EXPECT_EQ(GChDatabase::factoryPackageLocation(),
+            temp.path() / "Chord Grids" / "GuitarChords.gchdb");
+  SetDataFolder({});
+  EXPECT_TRUE(fs::equivalent(DataFolder(), HARMONY_DATA_DIR));
 }
 
 }  // namespace

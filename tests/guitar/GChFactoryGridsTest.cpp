@@ -30,7 +30,16 @@ TEST(GChFactoryGrids, PackageIsWhatTheGeneratorMakes) {
   }
 }
 
-TEST(GChFactoryGrids, EveryGridSoundsItsTypeOnItsRoot) {
+std::string FretsOf(const GChChord& chord) {
+  std::string text;
+  for (int s = 0; s < chord.numberOfStrings(); ++s) {
+    const int fret = chord.basicChord()->maxAbsFretIndexPlusOneForStringIndex(s);
+    text += (s > 0 ? "," : "") + (fret < 0 ? std::string("x") : std::to_string(fret));
+  }
+  return text;
+}
+
+TEST(GChFactoryGrids, EveryGridSoundsItsTypeOnItsRootAndCanBeFingered) {
   GChDatabase db;
   ASSERT_TRUE(db.readFromDbPackageAtPath(kPackage));
   ASSERT_EQ(db.allTunings().size(), 1u);
@@ -70,6 +79,8 @@ TEST(GChFactoryGrids, EveryGridSoundsItsTypeOnItsRoot) {
     }
     EXPECT_LE(hi - lo, 7);
     EXPECT_LE(elems.size(), 15u);
+    EXPECT_EQ(factory_grids::PlayabilityProblem(*chord.basicChord()), "")
+        << FretsOf(chord) << " " << row->Name;
     covered.insert({chord.chordType(), root});
   }
   // Every built-in chord type on every root.
@@ -84,8 +95,30 @@ TEST(GChFactoryGrids, ShapeCheckCatchesWrongGrids) {
   // A major with the wrong root.
   EXPECT_EQ(factory_grids::MakeGrid({-1, 0, 2, 2, 2, 0}, {}, 2, 1, &error), nullptr);
   // A fifth may be left out, nothing else.
-  EXPECT_NE(factory_grids::MakeGrid({0, -1, 0, 1, -1, -1}, {}, 4, 3, &error), nullptr);
+  EXPECT_NE(factory_grids::MakeGrid({0, -1, 0, 1, -1, -1}, {0, 0, 0, 1, 0, 0}, 4, 3, &error),
+            nullptr)
+      << error;
   EXPECT_EQ(factory_grids::MakeGrid({0, -1, 0, -1, 0, -1}, {}, 4, 3, &error), nullptr);
+}
+
+TEST(GChFactoryGrids, PlayabilityCheckRefusesWhatNoHandCanFinger) {
+  const auto tuning = GChDefaultGuitarShortTuning();
+  std::string error;
+  const auto problem = [&](std::vector<int> frets, std::vector<int> fingers) {
+    const auto grid = grid_tools::GridFromFrets(tuning, frets, fingers, &error);
+    return grid ? factory_grids::PlayabilityProblem(*grid) : error;
+  };
+  EXPECT_EQ(problem({1, 3, 3, 2, 1, 1}, {1, 3, 4, 2, 1, 1}), "");   // the F barre
+  EXPECT_EQ(problem({-1, 3, 1, 2, 1, 3}, {0, 3, 1, 2, 1, 4}), "");  // C minor 6 on the A string
+  // C minor 6 as once drawn: finger 2 on the A and the high E string, fingers 4, 1, 3 between.
+  EXPECT_EQ(problem({-1, 3, 5, 2, 4, 3}, {0, 2, 4, 1, 3, 2}), "finger 2 would press two places");
+  // G7(b9) with the first finger across the muted A string, which would sound.
+  EXPECT_EQ(problem({3, -1, 3, 4, 3, 4}, {1, 0, 1, 2, 1, 3}), "a barre crosses a muted string");
+  EXPECT_EQ(problem({-1, 3, 2, 0, 1, 0}, {0, 3, 0, 0, 1, 0}), "a pressed place has no finger");
+  EXPECT_EQ(problem({3, 2, 0, 0, 0, 3}, {1, 2, 0, 0, 0, 3}), "finger 2 lies below finger 1");
+  EXPECT_EQ(problem({1, 3, 3, 2, 1, 7}, {1, 2, 3, 2, 1, 4}), "finger 2 would press two places");
+  EXPECT_EQ(problem({1, 3, 3, 2, 1, 7}, {1, 3, 3, 2, 1, 4}),
+            "the fingers stretch over more than five frets");
 }
 
 TEST(GridFromFrets, BarresAndParsing) {
@@ -117,6 +150,11 @@ TEST(GridFromFrets, BarresAndParsing) {
   EXPECT_EQ(GChChord(muted).pitchForStringIndex(1, 0), -1);
   EXPECT_EQ(grid_tools::GridFromFrets(tuning, {0, 0, 0}, {}, &error), nullptr);
   EXPECT_NE(error.find("expected 6 frets"), std::string::npos);
+  // A library file holds the frets of a grid within eight frets of the lowest one.
+  EXPECT_EQ(grid_tools::GridFromFrets(tuning, {-1, 30, 2, 0, 1, 0}, {}, &error), nullptr);
+  EXPECT_NE(error.find("span 30 frets"), std::string::npos) << error;
+  EXPECT_EQ(grid_tools::GridFromFrets(tuning, {-1, 9, 2, 0, 1, 0}, {}, &error), nullptr);
+  EXPECT_NE(grid_tools::GridFromFrets(tuning, {-1, 8, 2, 0, 1, 0}, {}, &error), nullptr);
 }
 
 }  // namespace

@@ -53,6 +53,12 @@ TEST(GChHarmony, WellKnownGridsAreNamedOnTheirProposedRoot) {
   EXPECT_EQ(GChProposedRootNoteFromChord(aMinor, 0), 0);
   EXPECT_EQ(GChHarmonyStringFromChord(aMinor, 0, kGChEnhNatural, 0), "C 6");
   EXPECT_EQ(GChProposedRootNoteFromChord(Grid({X, 0, 2, 2, 3, 0}), 0), 0);
+
+  // Lengths count characters, not bytes: the flat of E flat minor is one character, so the
+  // barre x,6,8,8,7,6 is E flat minor and not B major seven (one byte shorter in UTF-8).
+  const GChChord ebMinor = Grid({X, 6, 8, 8, 7, 6});
+  EXPECT_EQ(GChProposedRootNoteFromChord(ebMinor, 0), 3);
+  EXPECT_EQ(GChHarmonyStringFromChord(ebMinor, 3, kGChEnhFlat, 0), "E\u266D m");
 }
 
 TEST(GChHarmony, RootsSpellingCapodasterAndTheCommaForm) {

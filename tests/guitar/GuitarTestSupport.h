@@ -1,5 +1,5 @@
 #pragma once
-// Helpers of the guitar tests: a temporary folder removed at the end, and small grids.
+// Helpers of the guitar tests: small grids and the bytes of library files.
 
 #include <atomic>
 #include <filesystem>
@@ -9,28 +9,10 @@
 
 #include <unistd.h>
 
+#include "TempFolder.h"
 #include "harmony/guitar/GChDatabase.h"
 
 namespace harmony::testing {
-
-class TempFolder {
- public:
-  TempFolder() {
-    static std::atomic<int> counter{0};
-    mPath = std::filesystem::temp_directory_path() /
-            ("harmony-guitar-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-    std::filesystem::remove_all(mPath);
-    std::filesystem::create_directories(mPath);
-  }
-  ~TempFolder() {
-    std::error_code ec;
-    std::filesystem::remove_all(mPath, ec);
-  }
-  const std::filesystem::path& path() const { return mPath; }
-
- private:
-  std::filesystem::path mPath;
-};
 
 // A grid of the default tuning with one finger per listed (finger, fret, string).
 struct Spot {

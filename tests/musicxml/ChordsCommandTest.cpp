@@ -104,5 +104,51 @@ TEST_F(ChordsCommand, RefusesWhatItCannotReadWithThePlaceOfTheError) {
   EXPECT_TRUE(Contains(zip.output, "not a readable compressed MusicXML file")) << zip.output;
 }
 
+TEST_F(ChordsCommand, AChordSymbolThatNamesNoChordIsRefusedUnlessLenient) {
+  using namespace musicxml_scores;
+  // A kind MusicXML does not define and a root that is no note letter; "no chord" is read.
+  const std::string path =
+      Write("odd.musicxml", Score(FirstBar(Chord("C", "tristan")) + Bar(Chord("X")) +
+                                  Bar(Chord("N.C.", "none")) + Bar(Chord("G", "dominant"))));
+  for (const std::string command : {"chords", "analyse", "scales"}) {
+    const std::string file = (command == "chords" ? " '" : " --file '") + path + "'";
+    const auto strict = RunTool(command + file);
+    EXPECT_EQ(strict.status, 1) << command << "\n" << strict.output;
+    EXPECT_TRUE(Contains(strict.output,
+                         "2 chord symbols cannot be read, the first with root "
+                         "\"C\" and kind \"tristan\""))
+        << command << "\n"
+        << strict.output;
+    EXPECT_EQ(RunTool(command + " --lenient" + file).status, 0) << command;
+  }
+  const auto lenient = RunTool("chords --lenient '" + path + "'");
+  // Read as the import reads it: an unknown kind is its root alone.
+  EXPECT_TRUE(Contains(lenient.output, "C      C     tristan\n")) << lenient.output;
+  EXPECT_TRUE(Contains(lenient.output, "?      X     major\n")) << lenient.output;
+  // A degree the chord steps over: G7 with its ninth altered would be a plain G7; an added
+  // ninth and a lowered fifth are read.
+  const auto degree = [](const std::string& value, const std::string& type) {
+    return "<degree><degree-value>" + value + "</degree-value><degree-alter>-1</degree-alter>" +
+           "<degree-type>" + type + "</degree-type></degree>";
+  };
+  const auto symbol = [&](const std::string& degrees) {
+    return "<harmony><root><root-step>G</root-step></root><kind>dominant</kind>" + degrees +
+           "</harmony><note><pitch><step>G</step><octave>4</octave></pitch>"
+           "<duration>4</duration></note>";
+  };
+  const std::string altered =
+      Write("altered.musicxml", Score(FirstBar(symbol(degree("9", "alter")))));
+  const auto refused = RunTool("chords '" + altered + "'");
+  EXPECT_EQ(refused.status, 1) << refused.output;
+  EXPECT_TRUE(Contains(refused.output, "and degree \"alter 9\"")) << refused.output;
+  const std::string read =
+      Write("read.musicxml", Score(FirstBar(symbol(degree("9", "add") + degree("5", "alter")))));
+  EXPECT_EQ(RunTool("chords '" + read + "'").status, 0);
+
+  // Standard input given as the chord list may be MusicXML too.
+  const auto piped = RunTool("analyse --lenient - < '" + path + "'");
+  EXPECT_TRUE(Contains(piped.output, "G7")) << piped.output;
+}
+
 }  // namespace
 }  // namespace harmony

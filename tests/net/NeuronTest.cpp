@@ -61,6 +61,12 @@ TEST(Neuron, Activations) {
   Neuron::SetCalcParams(INPUT_SUM, ACT_TANHYP, OUTPUT_NONE, 2.0, 0.5, 0.0);
   EXPECT_DOUBLE_EQ(Activate(1.0), std::tanh(1.0));
   EXPECT_DOUBLE_EQ(Activate(0.0), std::tanh(-1.0));
+  // A large net input saturates instead of dividing infinity by infinity.
+  for (double net : {400.0, 1e6, 1e300}) {
+    EXPECT_EQ(Activate(net), 1.0) << net;
+    EXPECT_EQ(Activate(-net), -1.0) << net;
+  }
+  EXPECT_EQ(Activate(10.5), 1.0);  // already 1 to the last bit below the cut
 
   Neuron::SetCalcParams(INPUT_SUM, ACT_IDENT, OUTPUT_NONE, 2.0, 0.5, 0.0);
   EXPECT_EQ(Activate(1.5), 1.5);  // neither slope nor threshold
@@ -143,6 +149,7 @@ TEST(Neuron, Derivatives) {
     const double x = 2.0 * (0.5 - net);
     EXPECT_NEAR(at(net).first, 2.0 * (1.0 - std::pow(std::tanh(x), 2)), 1e-12) << net;
   }
+  for (double net : {1e6, -1e6}) EXPECT_EQ(at(net).first, 0.0) << net;
   Neuron::SetCalcParams(INPUT_SUM, ACT_IDENT, OUTPUT_NONE, 2.0, 0.5, 0.0);
   EXPECT_EQ(at(7.0), std::pair(1.0, 1.0));
 }

@@ -57,6 +57,17 @@ TEST(MySet, SpillsToTheHeapAndCopiesCorrectly) {
   EXPECT_FALSE(set.is_inline());
   EXPECT_EQ(Elements(set), std::vector<int>(reference.begin(), reference.end()));
 
+  // Values in order go behind the last one, also across the move to the heap; one in
+  // between, a repeat of the last or one below the first still find their place.
+  CMySet<int> ascending;
+  std::set<int> ascendingReference;
+  for (int value : {1, 2, 2, 5, 9, 9, 0, 7, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 21, 30}) {
+    EXPECT_EQ(ascending.insert(value).second, ascendingReference.insert(value).second) << value;
+  }
+  EXPECT_EQ(Elements(ascending),
+            std::vector<int>(ascendingReference.begin(), ascendingReference.end()));
+  EXPECT_EQ(*ascending.insert(31).first, 31);
+
   CMySet<int> copy = set;
   copy.erase(0);
   EXPECT_TRUE(set.contains(0));

@@ -2,7 +2,6 @@
 // the tree of sign keys, harmonic centers and chords, or its JSON with --json.
 
 #include <algorithm>
-#include <array>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -15,7 +14,6 @@
 #include "Command.h"
 #include "KeyCommandSupport.h"
 #include "KeyEstimateSupport.h"
-#include "MusicXmlInput.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
 #include "harmony/chords/SignKeyHeavy.h"
@@ -25,12 +23,12 @@ namespace harmony::tool {
 namespace {
 
 struct AnalyseOptions {
-  std::string text;
+  std::vector<std::string> text;
   std::string file;
   std::string method = "tonic";
   std::string key;
   std::string functions = "roman";
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
   bool ascii = false;
   bool repeats = false;
 };
@@ -76,18 +74,24 @@ std::optional<CSignKeyHeavy> CenterKey(const CHarmAnlsCenter& center) {
 std::string FunctionText(const CHarmAnlsChord& chord, const std::optional<CSignKeyHeavy>& key,
                          const CChordNamePrefs& prefs) {
   if (!key || chord.IsUndef()) return "-";
-  return chord.HarmFuncNameIn(*key, prefs);
+  return FunctionDisplayName(chord.HarmFuncNameIn(*key, prefs));
 }
 
 // A chord lasts until the next chord of the piece; the closing chord marks the end. Readings
 // may leave chords out of every center or show the same chords twice, so lengths come from
 // the chords as they were read.
-std::string LengthText(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
+std::optional<double> Length(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
   const auto next = std::upper_bound(input.begin(), input.end(), chord.Position,
                                      [](double position, const CHarmAnlsChordWithPos& other) {
                                        return position < other.Position;
                                      });
-  return next == input.end() ? "" : PositionText(next->Position - chord.Position);
+  if (next == input.end()) return std::nullopt;
+  return next->Position - chord.Position;
+}
+
+std::string LengthText(const CHarmAnlsChords& input, const CHarmAnlsChordWithPos& chord) {
+  const std::optional<double> length = Length(input, chord);
+  return length ? PositionText(*length) : "";
 }
 
 void PrintCenter(const CHarmAnlsCenter& center, const CHarmAnlsChords& input,
@@ -117,6 +121,56 @@ void PrintTree(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
   }
 }
 
+Json PositionJson(double position) { return IsHarmAnlsUndef(position) ? Json() : Json(position); }
+Json DistJson(int dist) { return dist < 0 ? Json() : Json(dist); }
+
+Json CenterJson(const CHarmAnlsCenter& center, const CHarmAnlsChords& input,
+                const CChordNamePrefs& prefs) {
+  const std::optional<CSignKeyHeavy> key = CenterKey(center);
+  Json chords = Json::Array();
+  for (const CHarmAnlsChordWithPos& chord : center.HarmChords) {
+    const std::optional<double> length = Length(input, chord);
+    const std::string function = FunctionText(chord, key, prefs);
+    chords.Push(
+        Json::Object()
+            .Add("position", PositionJson(chord.Position))
+            .Add("length", length ? Json(*length) : Json())
+            .Add("chord", ChordJson(chord, prefs))
+            .Add("rootDist", DistJson(chord.RootDistToHarmCenter))
+            .Add("bassDist", DistJson(chord.BassDistToHarmCenter))
+            .Add("function", function == "-" || function == "undef" ? Json() : Json(function)));
+  }
+  Json harmCenter;
+  if (!center.IsUndef()) {
+    harmCenter = Json::Object()
+                     .Add("name", center.HarmCenter.NameLong(prefs))
+                     .Add("root", KeyJson(center.HarmCenter.RootKeyEnh, prefs))
+                     .Add("scale", SemitonesJson(center.HarmCenter.Semitones));
+  }
+  return Json::Object()
+      .Add("center", std::move(harmCenter))
+      .Add("position", PositionJson(center.Position))
+      .Add("probability", PositionJson(center.Probability))
+      .Add("chords", std::move(chords));
+}
+
+// The analysis tree in strict JSON, with the names and functions the text shows.
+Json AnalysisJson(const CHarmonicAnalyse& analyse, const CChordNamePrefs& prefs) {
+  Json signKeys = Json::Array();
+  for (const CHarmAnlsSignKey& signKey : analyse.HarmSignKeys()) {
+    Json centers = Json::Array();
+    for (const CHarmAnlsCenter& center : signKey.HarmCenters) {
+      centers.Push(CenterJson(center, analyse.InputChords(), prefs));
+    }
+    signKeys.Push(Json::Object()
+                      .Add("signKey", SignKeyJson(signKey.SignKey, prefs))
+                      .Add("position", PositionJson(signKey.Position))
+                      .Add("probability", PositionJson(signKey.Probability))
+                      .Add("centers", std::move(centers)));
+  }
+  return Json::Object().Add("signKeys", std::move(signKeys));
+}
+
 // The passages that come again, each pointing back to its first occurrence.
 void PrintCopies(const CHarmCopies& copies) {
   std::cout << (copies.empty() ? "No repeated passages\n" : "Repeated passages\n");
@@ -141,32 +195,38 @@ void PrintCopiesJson(const CHarmCopies& copies) {
   std::cout << "]}\n";
 }
 
+Json CopiesJson(const CHarmCopies& copies) {
+  Json array = Json::Array();
+  for (const CHarmCopy& copy : copies) {
+    array.Push(Json::Object()
+                   .Add("position", copy.TargetPos)
+                   .Add("bars", copy.LengthBars)
+                   .Add("sourceOffsetBars", copy.SourceOffsetBars));
+  }
+  return array;
+}
+
 void RunAnalyse(const AnalyseOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.FunctionLetters = options.functions == "letters" ? 1 : 0;
   const bool estimateKey = options.key == "auto";
-  const CHarmAnlsSignKeys givenKeys = GivenSignKeys(estimateKey ? "" : options.key, prefs);
   const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
   CHarmonicAnalyse analyse;
-  if (!options.file.empty()) {
-    TChordsFile file = ReadChordsFile(options.file);
-    if (file.musicXml) {
-      AnalyseMusicXml(analyse, std::move(*file.musicXml), givenKeys, method);
-    } else {
-      analyse.AnalyseFromChordString(file.chordList, givenKeys, method, TChordStringParse());
-    }
-  } else {
-    analyse.AnalyseFromChordString(options.text, givenKeys, method, TChordStringParse());
-  }
+  AnalyseChords(analyse, ReadChordsArguments(options.text, options.file),
+                GivenSignKeys(estimateKey ? "" : options.key, prefs), method);
   if (estimateKey) ReanalyseFromEstimatedKey(analyse, method);
   CHarmCopies copies;
   if (options.repeats) analyse.FindHarmCopies(copies);
-  if (options.json) {
-    analyse.AppendJSONString(std::cout);
-    std::cout << '\n';
+  if (options.json == JsonMode::kNative) {
+    PrintNativeJson(analyse);
     if (options.repeats) PrintCopiesJson(copies);
     return;
+  }
+  if (options.json == JsonMode::kStrict) {
+    Json json = AnalysisJson(analyse, prefs);
+    if (options.repeats) json.Add("repeats", CopiesJson(copies));
+    return PrintJson(json);
   }
   PrintTree(analyse, prefs);
   if (options.repeats) PrintCopies(copies);
@@ -177,13 +237,8 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<AnalyseOptions>();
       CLI::App* cmd = app.add_subcommand(
           "analyse", "Analyse a chord list: sign keys, harmonic centers and each chord's place");
-      CLI::Option* text = cmd->add_option(
-          "TEXT", options->text, "Chord list, e.g. \"C . . . | F . G7 . | C\" (or use --file)");
-      CLI::Option* file = cmd->add_option(
-          "--file", options->file,
-          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
-          "- for standard input");
-      text->excludes(file);
+      const auto given =
+          AddChordsOptions(cmd, options->text, options->file, "C . . . | F . G7 . | C");
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
       cmd->add_option("--functions", options->functions,
@@ -194,7 +249,8 @@ const CommandRegistration kRegistration{
           "--key", options->key,
           "Sign key of the piece, e.g. G, Em, \"Bb minor\", or auto for the key the chords "
           "suggest (see key-of)");
-      cmd->add_flag("--json", options->json, "Print the analysis result as the library writes it");
+      AddJsonOption(cmd, options->json, true);
+      AddLenientFlag(cmd);
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->add_flag("--repeats", options->repeats,
                     "Also list the passages that come again (in bars of four quarter notes)");
@@ -206,10 +262,8 @@ const CommandRegistration kRegistration{
           "by progressions that prove them, weights by the chords that fit a key; none keeps\n"
           "the keys given. A MusicXML file gives its chord symbols with the repeats played\n"
           "out, and its keys (--key replaces them).");
-      cmd->callback([options, text, file] {
-        if (text->count() == 0 && file->count() == 0) {
-          throw CLI::RequiredError("TEXT or --file");
-        }
+      cmd->callback([options, given] {
+        given();
         RunAnalyse(*options);
       });
     }};

@@ -23,23 +23,39 @@ namespace {
 struct ChordOptions {
   std::vector<std::string> symbols;
   ChordNameOptions names;
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
 };
+
+std::vector<CChordLite> ReadChords(const ChordOptions& options) {
+  std::vector<CChordLite> chords;
+  for (const std::string& symbol : options.symbols) {
+    chords.push_back(ReadChordSymbol(symbol, options.names.ParsePrefs(), ReadingPrefs()));
+  }
+  return chords;
+}
 
 std::string KeyText(const CKeyEnh& key, const CChordNamePrefs& prefs) {
   if (key.KeyNr == kKeyNrUndef) return "-";
   return KeyNrAndEnhToName(key.KeyNr, key.Enh, prefs) + " (" + std::to_string(key.KeyNr) + ")";
 }
 
-// The heavy chord's notes with scientific octaves (middle C is C4); the bass stands in its own
-// slot below the chord: "bass E, C4 E4 G4 B♭4".
-std::string NotesText(const CChordHeavy& heavy, CChordNamePrefs prefs) {
-  prefs.OctaveNumbering = 1;
-  // Spelled as the chord's own scale spells them: E♭m7 is E♭ G♭ B♭ D♭, not E♭ F♯ B♭ C♯.
+// The heavy chord's notes, spelled as the chord's own scale spells them: E♭m7 is E♭ G♭ B♭ D♭,
+// not E♭ F♯ B♭ C♯. The bass stands in its own slot (octave -1) below the chord.
+std::vector<CNote> SpelledNotes(const CChordHeavy& heavy) {
   const CScaleHeavy scale = CScaleHeavy().ConstructScaleForChord(heavy);
-  std::string bass, chord;
+  std::vector<CNote> notes;
   for (CNote note : heavy.Notes()) {
     if (scale.EnhForKeyNr(note.KeyNr()) != TEnh_Undef) note.AdjustEnhToScale(scale);
+    notes.push_back(note);
+  }
+  return notes;
+}
+
+// With scientific octaves (middle C is C4): "bass E, C4 E4 G4 B♭4".
+std::string NotesText(const CChordHeavy& heavy, CChordNamePrefs prefs) {
+  prefs.OctaveNumbering = 1;
+  std::string bass, chord;
+  for (const CNote& note : SpelledNotes(heavy)) {
     if (note.NoteNr() < 12) {
       bass = "bass " + note.KeyName(prefs) + ", ";
     } else {
@@ -47,6 +63,22 @@ std::string NotesText(const CChordHeavy& heavy, CChordNamePrefs prefs) {
     }
   }
   return chord.empty() ? "-" : bass + chord;
+}
+
+Json ChordDetailsJson(const std::string& symbol, const CChordLite& chord,
+                      const CChordNamePrefs& prefs) {
+  const CChordHeavy heavy = chord.ToChordHeavy(CIntvlSet::kDefaultWrapIntvl);
+  Json intervals = Json::Array();
+  for (int intvl : heavy.IntvlSet()) intervals.Push(intvl);
+  Json notes = Json::Array();
+  for (const CNote& note : SpelledNotes(heavy)) {
+    if (note.NoteNr() >= 12) notes.Push(NoteJson(note, prefs));
+  }
+  return Json::Object()
+      .Add("symbol", symbol)
+      .Add("chord", ChordJson(chord, prefs))
+      .Add("intervals", std::move(intervals))
+      .Add("notes", std::move(notes));
 }
 
 std::string IntervalsText(const CChordHeavy& heavy) {
@@ -70,28 +102,38 @@ void PrintChord(const std::string& symbol, const CChordLite& chord, const CChord
 
 void RunChord(const ChordOptions& options) {
   const CChordNamePrefs prefs = options.names.NamePrefs();
-  bool first = true;
-  for (const std::string& symbol : options.symbols) {
-    const CChordLite chord(symbol, options.names.ParsePrefs(), ReadingPrefs());
-    if (options.json) {
-      chord.AppendJSONString(std::cout);
-      std::cout << '\n';
-      continue;
+  const std::vector<CChordLite> chords = ReadChords(options);
+  Json array = Json::Array();
+  for (std::size_t i = 0; i < chords.size(); ++i) {
+    if (options.json == JsonMode::kNative) {
+      PrintNativeJson(chords[i]);
+    } else if (options.json == JsonMode::kStrict) {
+      array.Push(ChordDetailsJson(options.symbols[i], chords[i], prefs));
+    } else {
+      if (i > 0) std::cout << '\n';
+      PrintChord(options.symbols[i], chords[i], prefs);
     }
-    if (!first) std::cout << '\n';
-    first = false;
-    PrintChord(symbol, chord, prefs);
   }
+  if (options.json == JsonMode::kStrict) PrintJson(array);
 }
 
 void RunRename(const ChordOptions& options) {
   const CChordNamePrefs prefs = options.names.NamePrefs();
+  const std::vector<CChordLite> chords = ReadChords(options);
   KeyTextTable table({"symbol", "name"});
-  for (const std::string& symbol : options.symbols) {
-    const CChordLite chord(symbol, options.names.ParsePrefs(), ReadingPrefs());
-    table.AddRow({symbol, chord.ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name(prefs)});
+  Json array = Json::Array();
+  for (std::size_t i = 0; i < chords.size(); ++i) {
+    const std::string name = chords[i].ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name(prefs);
+    table.AddRow({options.symbols[i], name});
+    array.Push(Json::Object().Add("symbol", options.symbols[i]).Add("name", name));
   }
+  if (options.json != JsonMode::kNone) return PrintJson(array);
   table.Print(std::cout);
+}
+
+// Symbols from the command line, or with "-" the words of standard input.
+void TakeStandardInput(ChordOptions& options) {
+  options.symbols = WithStandardInput(options.symbols, TSplit::kWords);
 }
 
 const CommandRegistration kChord{
@@ -100,12 +142,18 @@ const CommandRegistration kChord{
       CLI::App* cmd = app.add_subcommand(
           "chord", "Read chord symbols: root, bass, tones, notes and the name written back");
       cmd->add_option("SYMBOL", options->symbols,
-                      "Chord symbols, e.g. C#m7b5/G# Bbmaj7 \"F 6 add9\"")
+                      "Chord symbols, e.g. C#m7b5/G# Bbmaj7 \"F 6 add9\" (- reads standard input)")
           ->required();
-      cmd->add_flag("--json", options->json, "Print each chord's JSON, one line per symbol");
+      AddJsonOption(cmd, options->json, true);
+      AddLenientFlag(cmd);
       options->names.AddTo(cmd);
-      cmd->footer("A symbol never fails: what can't be read is stepped over.");
-      cmd->callback([options] { RunChord(*options); });
+      cmd->footer(
+          "A symbol with characters the reader does not understand is refused; --lenient\n"
+          "reads it as the library does, stepping over them (C+ is then plain C).");
+      cmd->callback([options] {
+        TakeStandardInput(*options);
+        RunChord(*options);
+      });
     }};
 
 const CommandRegistration kRename{
@@ -113,9 +161,15 @@ const CommandRegistration kRename{
       auto options = std::make_shared<ChordOptions>();
       CLI::App* cmd = app.add_subcommand(
           "rename", "Read chord symbols and write them back as the library names them");
-      cmd->add_option("SYMBOL", options->symbols, "Chord symbols")->required();
+      cmd->add_option("SYMBOL", options->symbols, "Chord symbols (- reads standard input)")
+          ->required();
+      AddJsonOption(cmd, options->json, false);
+      AddLenientFlag(cmd);
       options->names.AddTo(cmd);
-      cmd->callback([options] { RunRename(*options); });
+      cmd->callback([options] {
+        TakeStandardInput(*options);
+        RunRename(*options);
+      });
     }};
 
 }  // namespace

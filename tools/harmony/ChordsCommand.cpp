@@ -24,7 +24,7 @@ namespace {
 
 struct ChordsOptions {
   std::string file;
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
   bool ascii = false;
 };
 
@@ -85,12 +85,8 @@ std::string KindText(const TMusicXMLHarmony& harmony) {
   return text;
 }
 
-bool IsNoChord(const TMusicXMLHarmony& harmony) {
-  return harmony.Root.Step == "N.C." || harmony.Kind == "none";
-}
-
 std::string ChordName(const TMusicXMLHarmony& harmony, const CChordNamePrefs& prefs) {
-  if (IsNoChord(harmony)) return "N.C.";
+  if (IsMusicXmlNoChord(harmony)) return "N.C.";
   const CChordHeavy chord = CChordSetFromMusicXml(harmony, CIntvlSet::kDefaultWrapIntvl);
   return chord.IsUndef() ? "?" : chord.Name(prefs);
 }
@@ -153,7 +149,7 @@ nlohmann::json HarmonyJson(const TMusicXMLDoc& doc, const TMusicXMLHarmony& harm
                          {"kind", harmony.Kind},
                          {"bass", PitchJson(harmony.Bass)},
                          {"degrees", degrees}};
-  if (!IsNoChord(harmony)) {
+  if (!IsMusicXmlNoChord(harmony)) {
     CChordLite chord;
     chord.SetFromChordHeavy(CChordSetFromMusicXml(harmony, CIntvlSet::kDefaultWrapIntvl));
     json["semitones"] = chord.Semitones.Word();
@@ -195,7 +191,7 @@ void RunChords(const ChordsOptions& options) {
   if (options.ascii) prefs.AsciiAccidentals = 1;
   const std::string label = options.file == "-" ? "standard input" : options.file;
   const TMusicXMLDoc doc = ImportMusicXmlHarmonies(label, ReadInputBytes(options.file));
-  if (options.json) {
+  if (options.json != JsonMode::kNone) {
     PrintJson(doc, prefs);
   } else {
     PrintText(doc, prefs);
@@ -210,12 +206,16 @@ const CommandRegistration kRegistration{
       cmd->add_option("FILE", options->file,
                       "MusicXML file (.musicxml, .xml or .mxl), - for standard input")
           ->required();
-      cmd->add_flag("--json", options->json, "Print one JSON object for the whole file");
+      AddJsonOption(cmd, options->json, false);
+      AddLenientFlag(cmd);
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->footer(
           "Positions and lengths are in quarter notes from the song's start, as the harmony\n"
           "import reads them: a chord lasts as long as the last note of its bar after it, and\n"
-          "bars without a chord add nothing. Bars and beats follow the time signatures.");
+          "bars without a chord add nothing. Bars and beats follow the time signatures.\n"
+          "A chord symbol the import cannot read whole (an unknown kind, a root that is no\n"
+          "note letter, a degree the chord steps over) is refused; --lenient lists it as the\n"
+          "import reads it.");
       cmd->callback([options] { RunChords(*options); });
     }};
 

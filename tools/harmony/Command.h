@@ -2,17 +2,49 @@
 // Every command of the harmony tool registers itself from its own file, so that adding a
 // command never touches main.cpp:
 //
-//   static const harmony::tool::CommandRegistration kRegistration{
-//       30, [](CLI::App& app) { auto* cmd = app.add_subcommand("key", "..."); ... }};
+//   const CommandRegistration kRegistration{
+//       30, [](CLI::App& app) {
+//         auto options = std::make_shared<MyOptions>();
+//         CLI::App* cmd = app.add_subcommand("mine", "What it does");
+//         cmd->add_option("SYMBOL", options->symbols, "...")->required();
+//         AddLenientFlag(cmd);                         // it reads text
+//         AddJsonOption(cmd, options->json, true);     // true: the library has its own form
+//         cmd->callback([options] { RunMine(*options); });
+//       }};
 //
-// Bad input raises InputError: main prints its text on one line of standard error and exits
-// with status 1. Wrong usage (unknown options, missing arguments) exits with status 2.
+// The rule every command follows (the tool's help repeats it for users):
+//
+// 1. Text is read strictly. A chord symbol, key, scale, note or number that is not read whole
+//    is bad input: throw InputError (or let a Read... function below throw it), which prints
+//    "harmony: MESSAGE" on standard error and exits with status 1. `--lenient` asks for the
+//    library's forgiving reading instead: the Read... functions then never complain about
+//    characters they step over, only about text that gives nothing at all.
+// 2. `--json` prints one strict JSON document on standard output: build it as a Json value
+//    (JsonOut.h) from the library's values, never by editing the library's own JSON text.
+//    Undefined values are null, numbers are numbers, names are included. `--json=native`
+//    prints the library's own (sometimes non-strict) form, one value per line, where the
+//    library has one.
+// 3. "-" in place of a text or a file means standard input (WithStandardInput, ReadInputText).
+// 4. Wrong usage (unknown options, missing arguments, a value outside the offered choices)
+//    exits with status 2, through CLI11. An exception of any other kind is caught in main,
+//    printed, and exits with status 1: never let the library's values reach std::stoi or the
+//    like unchecked, use ReadInteger.
 
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
+
+#include "JsonOut.h"
+#include "harmony/chords/ChordLite.h"
+#include "harmony/chords/ChordSymbolParser.h"
+#include "harmony/chords/ScaleHeavy.h"
+#include "harmony/chords/SignKey.h"
+#include "harmony/pitch/ChordNamePrefs.h"
+#include "harmony/pitch/KeyEnh.h"
+#include "harmony/pitch/Note.h"
 
 namespace harmony::tool {
 
@@ -28,5 +60,59 @@ struct CommandRegistration {
 
 // Runs every registered `add` in order; used by main.
 void AddAllCommands(CLI::App& app);
+
+// --- Options every command offers the same way.
+
+// --lenient: read text as the library does, stepping over what it does not understand.
+void AddLenientFlag(CLI::App* cmd);
+bool Lenient();
+// For tests of the readers and for commands that read in both ways.
+void SetLenient(bool lenient);
+
+enum class JsonMode { kNone, kStrict, kNative };
+// --json (strict) and, with `native`, --json=native (the library's own form).
+void AddJsonOption(CLI::App* cmd, JsonMode& mode, bool native);
+
+// --- Readers: strict unless --lenient; InputError for what cannot be read.
+
+// A chord symbol ("C#m7b5/G#", "Bbmaj7", "F 6 add9", "nochord"). Parentheses, commas and
+// blanks between the parts are read as separators; any other character the library steps
+// over is refused.
+CChordLite ReadChordSymbol(const std::string& text,
+                           const ChordSetFromStringPrefs& prefs = ChordSetFromStringPrefs(),
+                           const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs());
+// Every chord symbol of a chord list ("Dm7 . G7 . | C"), as the chord-list reader cuts it.
+void CheckChordList(const std::string& text, const ChordSetFromStringPrefs& prefs,
+                    const CChordNamePrefs& namePrefs);
+// A key name alone: "F#", "Bbb", "Cis", "H".
+CKeyEnh ReadKeyName(const std::string& text,
+                    const CChordNamePrefs& prefs = GetCurrentChordNamePrefs());
+// A scale name: a key and a scale word ("D dorian", "Eb melodic minor"); a key alone is major.
+CScaleHeavy ReadScaleName(const std::string& text,
+                          const CChordNamePrefs& prefs = GetCurrentChordNamePrefs());
+// A major or minor key: "G", "Em", "Bb minor", "F# major".
+CSignKeyLite ReadSignKey(const std::string& text,
+                         const CChordNamePrefs& prefs = GetCurrentChordNamePrefs());
+// A MIDI note number 0..127 or a note name with its octave, middle C being C4 (60).
+CNote ReadNote(const std::string& text);
+// A whole decimal number within min..max; `what` names it in the message.
+long long ReadInteger(const std::string& text, long long min, long long max,
+                      const std::string& what);
+
+// --- Standard input.
+
+enum class TSplit { kWords, kLines };
+// The arguments with each "-" replaced by the words (or the non-empty lines) of standard
+// input, which is read once.
+std::vector<std::string> WithStandardInput(const std::vector<std::string>& arguments, TSplit split);
+// The argument, or for "-" the text of standard input without the blanks around it.
+std::string WithStandardInput(const std::string& argument);
+// The whole content of a file, or of standard input for "-"; InputError when it can't be read.
+std::string ReadInputBytes(const std::string& path);
+// The same, and InputError for content that is no text (a NUL byte, or bytes that are no
+// UTF-8) unless --lenient.
+std::string ReadInputText(const std::string& path);
+// The check of ReadInputText on content already read from `path`.
+void CheckInputText(const std::string& path, const std::string& text);
 
 }  // namespace harmony::tool

@@ -1,6 +1,7 @@
 // harmony demo: a short tour of what the library does, on built-in examples.
 // Each section shows one road through the library with real results.
 
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <memory>
@@ -15,11 +16,14 @@
 #include "Command.h"
 #include "GridDiagram.h"
 #include "KeyCommandSupport.h"
+#include "MidiFile.h"
+#include "MusicXmlEventPrinter.h"
 #include "MarkovSupport.h"
 #include "MusicXmlInput.h"
 #include "PlayedChordSupport.h"
 #include "ScaleCommandSupport.h"
 #include "ScalesSupport.h"
+#include "harmony/DataFolder.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordSymbolParser.h"
@@ -30,6 +34,7 @@
 #include "harmony/chords/SignKeyInEv.h"
 #include "harmony/chords/Voicing.h"
 #include "harmony/guitar/GChHarmony.h"
+#include "harmony/musicxml/MusicXmlParser.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/Semitones.h"
@@ -164,7 +169,7 @@ void DemoGuitarGrid() {
 // found by the progressions that prove a tonic, and each chord is told by its function there.
 void DemoLeadSheet() {
   const std::string path =
-      std::string(HARMONY_DATA_DIR) + "/examples/when-the-saints-go-marching-in.txt";
+      (DataFolder() / "examples" / "when-the-saints-go-marching-in.txt").string();
   Heading("A lead sheet analysed: " + path.substr(path.rfind('/') + 1));
   const std::optional<std::string> text = ReadChordStringFile(path);
   if (!text) {
@@ -198,7 +203,7 @@ std::string FunctionIn(const CHarmAnlsChord& chord, const CHarmAnlsCenter& cente
 // A bundled MusicXML lead sheet: its chord symbols played out through the repeat, the
 // centers the tonic progressions find, one line each with the chords' functions there.
 void DemoMusicXmlLeadSheet() {
-  const std::string path = std::string(HARMONY_DATA_DIR) + "/examples/after-youve-gone.mxl";
+  const std::string path = (DataFolder() / "examples" / "after-youve-gone.mxl").string();
   Heading("A MusicXML lead sheet: " + path.substr(path.rfind('/') + 1));
   TMusicXMLDoc doc;
   try {
@@ -233,6 +238,36 @@ void DemoMusicXmlLeadSheet() {
   table.Print(std::cout);
 }
 
+// A whole score as the events a DAW's importer receives: the first bars of a public-domain
+// lead sheet's melody, and all of it as a standard MIDI file in the temporary folder.
+void DemoMusicXmlEvents() {
+  const std::string path = (DataFolder() / "examples" / "home-sweet-home.mxl").string();
+  Heading("A MusicXML score as events and as MIDI: " + path.substr(path.rfind('/') + 1));
+  std::ostringstream events;
+  MusicXmlEventPrinter printer(events, false, "", 960);
+  MusicXmlParser parser;
+  TMusicXmlError error;
+  if (!parser.parseURL(path, &printer, &error)) {
+    std::cout << "(the bundled example cannot be read: " << error.description << ")\n";
+    return;
+  }
+  std::istringstream lines(events.str());
+  std::string line;
+  for (int shown = 0; shown < 3 && std::getline(lines, line);) {
+    std::cout << line << '\n';
+    if (line.rfind("bar end", 0) == 0) ++shown;
+  }
+  std::cout << "... " << printer.NoteCount() << " notes in all\n";
+  const std::string midi =
+      (std::filesystem::temp_directory_path() / "harmony-demo-home-sweet-home.mid").string();
+  std::string midiError;
+  if (WriteMidiFile(printer.Song(), midi, midiError)) {
+    std::cout << "Written as a standard MIDI file: " << midi << '\n';
+  } else {
+    std::cout << "(no MIDI file: " << midiError << ")\n";
+  }
+}
+
 // What to play over a II-V-I in major and in minor: each chord measured against the key the
 // analysis found, the three best scales first.
 void DemoScaleSuggestions() {
@@ -260,7 +295,7 @@ void DemoPlayedChords() {
     for (long noteNr : notes) played.insert(CNote(noteNr, TEnh_n));
     const CChordHeavy net = ChordOfPlayedNotes(played, true);
     const CChordHeavy tables = ChordOfPlayedNotes(played, false);
-    table.AddRow({PlayedNotesText(net, false), net.Name(), tables.Name()});
+    table.AddRow({PlayedNotesText(net, false), PlayedChordName(net), PlayedChordName(tables)});
   }
   table.Print(std::cout);
 }
@@ -311,6 +346,7 @@ void RunDemo() {
   DemoChordSymbols();
   DemoLeadSheet();
   DemoMusicXmlLeadSheet();
+  DemoMusicXmlEvents();
   DemoScaleSuggestions();
   DemoVoicing();
   DemoPlayedChords();

@@ -35,7 +35,7 @@ struct DialogOptions {
   std::string mask;
   std::vector<std::string> presses;
   ChordNameOptions names;
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
 };
 
 enum class TPressState { Toggle, On, Off };
@@ -92,7 +92,7 @@ TPress ReadPress(const std::string& text) {
 }
 
 CChordLite ReadDialogChord(const DialogOptions& options) {
-  CChordLite chord = ReadChordSymbol(options.symbol, options.names.ParsePrefs());
+  CChordLite chord = ReadChordSymbol(WithStandardInput(options.symbol), options.names.ParsePrefs());
   if (options.mask.empty()) return chord;
   const bool digits =
       options.mask.size() <= 4 && options.mask.find_first_not_of("0123456789") == std::string::npos;
@@ -128,7 +128,7 @@ void PrintRows(const CChordLite& chord, const DialogOptions& options) {
   const TDialogChordType type =
       DialogChordHarmonyKnowHow::_DialogChordTypeForBasicChord(chord.Semitones);
   const std::string name = ChordSymbolName(chord, options.names.NamePrefs());
-  if (options.json) {
+  if (options.json != JsonMode::kNone) {
     Json json{{"chord", name}, {"mask", chord.Semitones.Word()}, {"type", type}};
     for (const TDialogButton& button : types) {
       json["types"].push_back(ButtonJson("type", button, kTypeButtons[button.Value - 1u]));
@@ -200,7 +200,7 @@ void RunPresses(CChordLite chord, const DialogOptions& options) {
     chord = Press(press, chord, ChordSymbolName(chord, prefs), pressText);
     add(pressText);
   }
-  if (options.json) {
+  if (options.json != JsonMode::kNone) {
     std::cout << Json{{"steps", steps}}.dump(-1, ' ', false, Json::error_handler_t::replace)
               << '\n';
   } else {
@@ -213,14 +213,16 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<DialogOptions>();
       CLI::App* cmd = app.add_subcommand(
           "dialog", "The chord editor's type and option buttons for a chord, and what presses do");
-      cmd->add_option("CHORD", options->symbol, "A chord symbol, e.g. Cm7, \"F#dim\", Bb13")
+      cmd->add_option("CHORD", options->symbol,
+                      "A chord symbol, e.g. Cm7, \"F#dim\", Bb13; - reads standard input")
           ->required();
       cmd->add_option("--press", options->presses,
                       "Press a button: type:1..8, or option:1..12 with :on or :off (without, the "
                       "button switches as a click would). Repeat to press several in turn");
       cmd->add_option("--mask", options->mask,
                       "Replace the chord's tones by this mask (0..4095, bit n = n semitones up)");
-      cmd->add_flag("--json", options->json, "Print the rows or the presses as one JSON object");
+      AddJsonOption(cmd, options->json, false);
+      AddLenientFlag(cmd);
       options->names.AddTo(cmd);
       cmd->footer(
           "Types: 1 major, 2 minor, 3 augmented, 4 diminished, 5 sus4, 6 sus2, 7 power, 8 other.\n"

@@ -1,6 +1,6 @@
 #pragma once
-// Shared by the key commands: reading a whole key name, and a small table printer whose
-// columns are padded by code points, so names with Unicode sharp and flat signs line up.
+// A small table printer shared by the commands, whose columns are padded by code points, so
+// names with Unicode sharp and flat signs line up.
 
 #include <algorithm>
 #include <cstddef>
@@ -9,27 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "Command.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/TextUtil.h"
 
 namespace harmony::tool {
-
-// The key that the whole text names ("F#", "Bbb", "Cis"); InputError for anything else.
-inline CKeyEnh ReadWholeKey(const std::string& text, const CChordNamePrefs& prefs) {
-  CKeyEnh key;
-  int consumed = 0;
-  key.SetFromString(text, &consumed, prefs);
-  std::string converted = text;
-  ConvertUtf8SharpAndFlatToAscii(converted);
-  const bool onlyBlanksLeft =
-      converted.find_first_not_of(' ', static_cast<std::size_t>(consumed)) == std::string::npos;
-  if (key.KeyNr == kKeyNrUndef || !onlyBlanksLeft) {
-    throw InputError("\"" + text + "\" is not a key name (a letter A..H with #, b, bb, x or is)");
-  }
-  return key;
-}
 
 class KeyTextTable {
  public:

@@ -1,5 +1,7 @@
 #include "KeyEstimateSupport.h"
 
+#include "Command.h"
+
 #include <utility>
 
 #include "HarteChordList.h"
@@ -10,7 +12,11 @@
 namespace harmony::tool {
 
 CHarmAnlsChords ChordsForKeyEstimate(const std::string& text, const std::string& path) {
-  if (path.empty()) return CHarmAnlsChords(text, TChordStringParse());
+  if (path.empty()) {
+    const std::string list = WithStandardInput(text);
+    CheckChordList(list, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
+    return CHarmAnlsChords(list, TChordStringParse());
+  }
   TChordsFile file = ReadChordsFile(path);
   if (file.musicXml) {
     CHarmonicAnalyse analyse;
@@ -20,6 +26,7 @@ CHarmAnlsChords ChordsForKeyEstimate(const std::string& text, const std::string&
   if (LooksLikeHarteAnnotation(file.chordList)) {
     return CHarmAnlsChords(HarteAnnotationToChordList(file.chordList), TChordStringParse());
   }
+  CheckChordList(file.chordList, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
   return CHarmAnlsChords(file.chordList, TChordStringParse());
 }
 

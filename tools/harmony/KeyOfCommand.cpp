@@ -98,6 +98,7 @@ const CommandRegistration kRegistration{
       text->excludes(file);
       cmd->add_flag("--json", options->json, "Print the keys as JSON");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(cmd);
       cmd->footer(
           "Scores weigh the chord tones against the Krumhansl-Kessler key profiles, the\n"
           "chords as degrees of each key, cadences into its tonic and the first chord; higher\n"

@@ -1,6 +1,6 @@
 // harmony markov: the Markov chord model from the command line. learn reads chord lists,
 // positioned chord strings and Billboard annotations into a model file; generate draws a
-// progression of so many bars in a key; fill proposes chords for the gaps of a chord list;
+// progression of so many bars in a key (and, with --midi, as a MIDI file to hear); fill proposes chords for the gaps of a chord list;
 // rate prints how well a chord list fits the model; convert shows what learn reads from a
 // file; holdout measures how often real progressions outrank their chords shuffled.
 
@@ -17,12 +17,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include "ChordMidi.h"
 #include "Command.h"
 #include "KeyCommandSupport.h"
 #include "MarkovHoldout.h"
 #include "MarkovPieces.h"
 #include "MarkovSupport.h"
 #include "harmony/chords/SignKey.h"
+#include "harmony/chords/Voicing.h"
 #include "harmony/markov/MarkovHarmChords.h"
 #include "platform/Clock.h"
 #include "platform/Random.h"
@@ -51,6 +53,7 @@ struct MarkovOptions {
   bool one = false;
   bool json = false;
   bool ascii = false;
+  std::string midi;
 };
 
 struct TMethodName {
@@ -158,12 +161,28 @@ void RunLearn(const MarkovOptions& options) {
 // --- generate
 
 CHarmCenterLite CenterOfKey(const std::string& text, const CChordNamePrefs& prefs) {
-  const CSignKeyLite signKey(text, prefs);
+  const CSignKeyLite signKey = ReadSignKey(text, prefs);
   const CHarmCenterLite center(signKey);
   if (signKey.IsUndef() || center.RootKeyEnh.IsUndef()) {
     throw InputError("\"" + text + "\" is not a key (a root with major or minor, e.g. Eb, F#m)");
   }
   return center;
+}
+
+// The progression voiced and led smoothly, each chord until the next one starts (the last
+// entry of the chords only closes the progression).
+void WriteChordsMidi(const CHarmAnlsChords& chords, const std::string& path) {
+  TMidiSong song = ChordSong();
+  int top = -1;
+  for (std::size_t i = 0; i + 1 < chords.size(); ++i) {
+    std::vector<unsigned char> notes = chords[i].VoicingNotesNrs(TChordVoicingPrefs{});
+    if (notes.empty()) continue;
+    if (top >= 0) TransposeChordBasedOnPreviousChords(notes, top);
+    top = notes.back();
+    AddChordNotes(song, notes, chords[i].Position, chords[i + 1].Position - chords[i].Position);
+  }
+  std::string error;
+  if (!WriteMidiFile(song, path, error)) throw InputError(error);
 }
 
 void RunGenerate(const MarkovOptions& options) {
@@ -180,6 +199,7 @@ void RunGenerate(const MarkovOptions& options) {
   const TMarkovSampledSequence& result = generated.Sequence;
   const CHarmAnlsChords& chords = generated.Chords;
   const std::string list = ChordListText(chords, prefs, "N.C.");
+  if (!options.midi.empty()) WriteChordsMidi(chords, options.midi);
   if (options.json) {
     std::cout << json{{"key", center.NameLong(prefs)},
                       {"bars", options.bars},
@@ -208,7 +228,18 @@ std::string TextOrFile(const MarkovOptions& options) {
   return piece.Text;
 }
 
+// Strictly, every chord symbol of the list is read whole; the gaps ("?", "N.C.") are none.
+void CheckChordsAroundGaps(const std::string& text) {
+  std::istringstream words(text);
+  std::string symbols;
+  for (std::string word; words >> word;) {
+    if (word != "?" && word != "N.C.") symbols += word + ' ';
+  }
+  CheckChordList(symbols, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
+}
+
 TAnalysedPiece PieceOfText(const std::string& text, const MarkovOptions& options) {
+  CheckChordsAroundGaps(text);
   TAnalysedPiece piece = AnalyseChordList(text, Method(options));
   if (piece.Chords.empty()) throw InputError("no chords in \"" + text + "\"");
   return piece;
@@ -311,6 +342,7 @@ void FillBySearch(VariableLengthMarkovModel& model, const TAnalysedPiece& piece,
   }
   chords.emplace_back(CHarmAnlsChord_Undef, position);
   const std::string list = ChordListText(chords, prefs, "N.C.");
+  if (!options.midi.empty()) WriteChordsMidi(chords, options.midi);
   if (options.json) {
     std::cout << json{{"chord_list", list},
                       {"chords", ChordsJson(chords, prefs)},
@@ -470,6 +502,9 @@ const CommandRegistration kRegistration{
       AddSeedOption(generate, *options);
       generate->add_flag("--json", options->json, "Print the result as JSON");
       generate->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      generate->add_option("--midi", options->midi,
+                           "Also write the progression, voiced, as a standard MIDI file");
+      AddLenientFlag(generate);
       generate->callback([options] { RunGenerate(*options); });
 
       CLI::App* fill = markov->add_subcommand(
@@ -485,6 +520,7 @@ const CommandRegistration kRegistration{
       AddMethodOption(fill, *options);
       fill->add_flag("--json", options->json, "Print the result as JSON");
       fill->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(fill);
       fill->callback([options] {
         RequireTextOrFile(*options);
         RunFill(*options);
@@ -496,6 +532,7 @@ const CommandRegistration kRegistration{
       AddMethodOption(rate, *options);
       rate->add_flag("--json", options->json, "Print the result as JSON");
       rate->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(rate);
       rate->callback([options] {
         RequireTextOrFile(*options);
         RunRate(*options);

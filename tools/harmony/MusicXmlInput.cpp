@@ -1,5 +1,6 @@
 #include "MusicXmlInput.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -11,22 +12,6 @@
 #include "musicxml/CompressedMusicXml.h"
 
 namespace harmony::tool {
-
-std::string ReadInputBytes(const std::string& path) {
-  if (path == "-") {
-    return std::string(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-  }
-  std::error_code code;
-  if (std::filesystem::is_directory(path, code)) {
-    throw InputError("\"" + path + "\" is a folder, not a file");
-  }
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw InputError("cannot read \"" + path + "\"");
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  if (in.bad()) throw InputError("cannot read \"" + path + "\"");
-  return bytes.str();
-}
 
 bool LooksLikeMusicXml(std::string_view bytes) {
   if (IsZipArchive(bytes)) return true;
@@ -55,6 +40,51 @@ std::string PlainMusicXml(const std::string& label, std::string bytes) {
   return std::move(*score);
 }
 
+namespace {
+
+// A chord symbol the import kept but no chord can be made of: a root that is no note letter,
+// or a kind MusicXML does not define.
+void CheckEveryChordRead(const std::string& label, const TMusicXMLDoc& doc) {
+  std::size_t unread = 0;
+  const TMusicXMLHarmony* first = nullptr;
+  for (const TMusicXMLHarmony& harmony : doc.Harmonies) {
+    if (!IsUnreadMusicXmlChord(harmony)) continue;
+    if (unread++ == 0) first = &harmony;
+  }
+  if (first == nullptr) return;
+  std::ostringstream message;
+  message << label << ": " << unread << (unread == 1 ? " chord symbol" : " chord symbols")
+          << " cannot be read, the first with root \"" << first->Root.Step << "\" and kind \""
+          << first->Kind << '"';
+  for (const TMusicXMLDegree& degree : first->Degrees) {
+    if (!IsReadMusicXmlDegree(degree)) {
+      message << " and degree \"" << degree.Type << ' ' << degree.Value << '"';
+      break;
+    }
+  }
+  message << " (--lenient reads them as the import does)";
+  throw InputError(message.str());
+}
+
+}  // namespace
+
+bool IsMusicXmlNoChord(const TMusicXMLHarmony& harmony) {
+  return harmony.Root.Step == "N.C." || harmony.Kind == "none";
+}
+
+bool IsUnreadMusicXmlChord(const TMusicXMLHarmony& harmony) {
+  if (IsMusicXmlNoChord(harmony)) return false;
+  // Every kind but a pedal tone has tones above its root; an unknown kind would be read as
+  // the root alone.
+  const bool knownKind =
+      harmony.Kind == "pedal" || !XMLHarmonyKindToIntvlSetExceptRoot(harmony.Kind).empty();
+  const bool degreesRead =
+      std::all_of(harmony.Degrees.begin(), harmony.Degrees.end(),
+                  [](const TMusicXMLDegree& d) { return IsReadMusicXmlDegree(d); });
+  return !knownKind || !degreesRead ||
+         CChordSetFromMusicXml(harmony, CIntvlSet::kDefaultWrapIntvl).IsUndef();
+}
+
 TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes) {
   const std::string plain = PlainMusicXml(label, std::move(bytes));
   TMusicXMLDoc doc;
@@ -66,6 +96,7 @@ TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes
     message << ": " << (error.Description.empty() ? "not a MusicXML file" : error.Description);
     throw InputError(message.str());
   }
+  if (!Lenient()) CheckEveryChordRead(label, doc);
   return doc;
 }
 
@@ -76,6 +107,7 @@ TChordsFile ReadChordsFile(const std::string& path) {
   if (LooksLikeMusicXml(bytes)) {
     file.musicXml = ImportMusicXmlHarmonies(label, std::move(bytes));
   } else {
+    CheckInputText(path, bytes);
     file.chordList = std::move(bytes);
   }
   return file;

@@ -12,10 +12,6 @@
 
 namespace harmony::tool {
 
-// The bytes of the file at `path`, or of standard input for "-"; InputError when it cannot
-// be read.
-std::string ReadInputBytes(const std::string& path);
-
 // A zip archive, or XML (after a byte-order mark and blanks, the text begins with "<").
 bool LooksLikeMusicXml(std::string_view bytes);
 
@@ -23,12 +19,19 @@ bool LooksLikeMusicXml(std::string_view bytes);
 // archive. `label` names the file in messages.
 std::string PlainMusicXml(const std::string& label, std::string bytes);
 
+// "No chord": the root N.C. or the kind none.
+bool IsMusicXmlNoChord(const TMusicXMLHarmony& harmony);
+// Whether the import kept a chord symbol that names no chord, or none the kind table knows (a
+// root that is no note letter, a kind such as "other" or one MusicXML does not define), or
+// with a degree the chord steps over (a ninth altered, a third subtracted); "no chord" is read.
+bool IsUnreadMusicXmlChord(const TMusicXMLHarmony& harmony);
+
 // The harmony import of a file's bytes; InputError naming the file, line and column when the
-// file is no well-formed XML.
+// file is no well-formed XML, and, unless --lenient, when a chord symbol cannot be read.
 TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes);
 
 // A file of chords as the analysing commands take it: MusicXML (plain or compressed), told by
-// its content, or else a chord list.
+// its content, or else a chord list, which must be text unless --lenient.
 struct TChordsFile {
   std::optional<TMusicXMLDoc> musicXml;
   std::string chordList;

@@ -1,9 +1,10 @@
 // harmony name NOTE...: names the chord of played notes, finding its root first, e.g.
 // `harmony name E4 G4 C5 Bb5` or `harmony name 64 67 72 82`.
 
-#include <charconv>
 #include <iostream>
+#include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,7 @@ struct TNameOptions {
   std::vector<std::string> notes;
   std::string algo = "net";
   std::string key;
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
 };
 
 // Octaves as the MIDI convention counts them: note 60 is C4.
@@ -31,51 +32,47 @@ CChordNamePrefs NotePrefs() {
   return prefs;
 }
 
-// A MIDI note number 0..127 or a note name with its octave ("Bb5", "C#-1").
-CNote ReadNote(const std::string& text) {
-  long noteNr = -1;
-  const char* end = text.data() + text.size();
-  const auto [ptr, ec] = std::from_chars(text.data(), end, noteNr);
-  if (!text.empty() && ec == std::errc{} && ptr == end) {
-    if (noteNr < 0 || noteNr > 127) throw InputError("note number outside 0..127: " + text);
-    return CNote(noteNr, TEnh_n);
+// A chord keeps octave -1 (notes 0..11) for its root, so played notes that low are named an
+// octave higher; the notes are shown where they were played.
+long OctaveShift(const CMySet<CNote>& notes) {
+  if (notes.empty() || notes.begin()->NoteNr() >= 12) return 0;
+  if (std::prev(notes.end())->NoteNr() + 12 > 127) {
+    throw InputError("notes from octave -1 up to the top octave cannot be named together");
   }
-  CNote note;
-  const bool hasDigit = text.find_first_of("0123456789") != std::string::npos;
-  if (!hasDigit || !note.SetFromString(text, NotePrefs()) || note.IsUndef()) {
-    throw InputError("not a note (a MIDI number or a name with octave such as Bb5): \"" + text +
-                     "\"");
-  }
-  return note;
+  return 12;
 }
 
-// "Eb major", "C# minor".
-CSignKeyHeavy ReadSignKey(const std::string& text) {
-  const CScaleHeavy scale(text);
-  if (!scale.IsUndef() && scale.ScaleType() == st_maj) {
-    return CSignKeyHeavy(scale.RootKeyEnh(), TSignKeyTypeNoUndef::Major);
+Json PlayedChordJson(const CChordHeavy& chord, long shift, const std::optional<CSignKeyLite>& key) {
+  const CChordNamePrefs prefs = NotePrefs();
+  const CChordLite lite = PlayedChordSymbol(chord);
+  Json notes = Json::Array();
+  for (const CNote& note : chord.Notes()) {
+    if (note.NoteNr() >= 12) notes.Push(NoteJson(CNote(note.NoteNr() - shift, note.Enh()), prefs));
   }
-  if (!scale.IsUndef() && scale.ScaleType() == st_min) {
-    return CSignKeyHeavy(scale.RootKeyEnh(), TSignKeyTypeNoUndef::Minor);
-  }
-  throw InputError("not a major or minor key: \"" + text + "\"");
+  Json json = ChordJson(lite, prefs).Add("notes", std::move(notes));
+  if (!key) return json;
+  return json.Add("closeness", Json::Object()
+                                   .Add("key", SignKeyJson(*key, prefs))
+                                   .Add("value", chord.ClosenessToSignKey(key->ToSignKeyHeavy())));
 }
 
 void Run(const TNameOptions& options) {
-  CMySet<CNote> notes;
-  for (const std::string& text : options.notes) notes.insert(ReadNote(text));
-  const CSignKeyHeavy signKey = options.key.empty() ? CSignKeyHeavy() : ReadSignKey(options.key);
-  const CChordHeavy chord = ChordOfPlayedNotes(notes, options.algo == "net");
-  if (options.json) {
-    CChordLite lite;
-    lite.SetFromChordHeavy(chord);
-    lite.AppendJSONString(std::cout);
-    std::cout << '\n';
-    return;
+  CMySet<CNote> played;
+  for (const std::string& text : WithStandardInput(options.notes, TSplit::kWords)) {
+    played.insert(ReadNote(text));
   }
-  std::cout << chord.Name() << '\n';
-  std::cout << "  notes      " << PlayedNotesText(chord, true) << '\n';
-  if (!options.key.empty()) {
+  const long shift = OctaveShift(played);
+  CMySet<CNote> notes;
+  for (const CNote& note : played) notes.insert(CNote(note.NoteNr() + shift, note.Enh()));
+  std::optional<CSignKeyLite> key;
+  if (!options.key.empty()) key = ReadSignKey(options.key);
+  const CChordHeavy chord = ChordOfPlayedNotes(notes, options.algo == "net");
+  if (options.json == JsonMode::kNative) return PrintNativeJson(PlayedChordSymbol(chord));
+  if (options.json == JsonMode::kStrict) return PrintJson(PlayedChordJson(chord, shift, key));
+  std::cout << PlayedChordName(chord) << '\n';
+  std::cout << "  notes      " << PlayedNotesText(chord, true, shift) << '\n';
+  if (key) {
+    const CSignKeyHeavy signKey = key->ToSignKeyHeavy();
     std::cout << "  closeness  " << chord.ClosenessToSignKey(signKey) << " to " << signKey.Name()
               << '\n';
   }
@@ -85,12 +82,14 @@ const CommandRegistration kRegistration{
     65, [](CLI::App& app) {
       auto* cmd = app.add_subcommand("name", "Find the root of played notes and name the chord");
       auto options = std::make_shared<TNameOptions>();
-      cmd->add_option("NOTE", options->notes, "MIDI numbers or names with octave, e.g. E4 64")
+      cmd->add_option("NOTE", options->notes,
+                      "MIDI numbers or names with octave, e.g. E4 64 (- reads standard input)")
           ->required();
       cmd->add_option("--algo", options->algo, "Root detection: net (default) or table")
           ->check(CLI::IsMember({"net", "table"}));
       cmd->add_option("--key", options->key, "Also score the fit to a key, e.g. \"Eb major\"");
-      cmd->add_flag("--json", options->json, "Print the chord as the library writes it");
+      AddLenientFlag(cmd);
+      AddJsonOption(cmd, options->json, true);
       cmd->callback([options] { Run(*options); });
     }};
 
@@ -104,15 +103,33 @@ CChordHeavy ChordOfPlayedNotes(const CMySet<CNote>& notes, bool net) {
   return chord;
 }
 
-std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot) {
+CChordLite PlayedChordSymbol(const CChordHeavy& chord) {
+  CChordLite symbol;
+  symbol.SetFromChordHeavy(chord);
+  for (const CNote& note : chord.Notes()) {
+    if (note.NoteNr() < 12) continue;  // the slot of the found root
+    if (note.KeyNr() != symbol.RootKeyEnh.KeyNr) symbol.BassKeyEnh = note.KeyEnh();
+    break;
+  }
+  return symbol;
+}
+
+std::string PlayedChordName(const CChordHeavy& chord) {
+  return PlayedChordSymbol(chord).ToChordHeavy(CIntvlSet::kDefaultWrapIntvl).Name();
+}
+
+std::string PlayedNotesText(const CChordHeavy& chord, bool withFoundRoot, long octaveShift) {
   const CChordNamePrefs prefs = NotePrefs();
   std::string text;
   for (const CNote& note : chord.Notes()) {
     const bool foundRoot = note.NoteNr() < 12;
     if (foundRoot && !withFoundRoot) continue;
     if (!text.empty()) text += ' ';
-    text += foundRoot ? "(" + note.KeyName(prefs) + ")" : note.KeyName(prefs) + note.OctName(prefs);
+    const CNote played(note.NoteNr() - octaveShift, note.Enh());
+    text +=
+        foundRoot ? "(" + note.KeyName(prefs) + ")" : played.KeyName(prefs) + played.OctName(prefs);
   }
   return text;
 }
+
 }  // namespace harmony::tool

@@ -14,6 +14,7 @@ namespace {
 
 struct NamingStyle {
   const char* title;
+  const char* jsonKey;
   CChordNamePrefs prefs;
 };
 
@@ -32,34 +33,52 @@ std::vector<NamingStyle> NamingStyles() {
   solfegeSi.Solfege = 2;
   CChordNamePrefs spoken;
   spoken.AccessibilitySpoken = 1;
-  return {{"letters", letters},     {"ascii", ascii},          {"German", german},
-          {"German B/H", germanBH}, {"solfege Ti", solfegeTi}, {"solfege Si", solfegeSi},
-          {"spoken", spoken}};
+  return {{"letters", "letters", letters},
+          {"ascii", "ascii", ascii},
+          {"German", "german", german},
+          {"German B/H", "germanBH", germanBH},
+          {"solfege Ti", "solfegeTi", solfegeTi},
+          {"solfege Si", "solfegeSi", solfegeSi},
+          {"spoken", "spoken", spoken}};
 }
 
-void RunNames(const std::vector<std::string>& keys) {
+struct NamesOptions {
+  std::vector<std::string> keys;
+  JsonMode json = JsonMode::kNone;
+};
+
+void RunNames(const NamesOptions& options) {
   const std::vector<NamingStyle> styles = NamingStyles();
   std::vector<std::string> header = {"key"};
   for (const NamingStyle& style : styles) header.emplace_back(style.title);
   KeyTextTable table(header);
-  for (const std::string& text : keys) {
-    const CKeyEnh key = ReadWholeKey(text, GetCurrentChordNamePrefs());
+  Json array = Json::Array();
+  for (const std::string& text : WithStandardInput(options.keys, TSplit::kWords)) {
+    const CKeyEnh key = ReadKeyName(text, GetCurrentChordNamePrefs());
     std::vector<std::string> row = {text};
+    Json names = Json::Object();
+    names.Add("text", text).Add("key", key.KeyNr);
     for (const NamingStyle& style : styles) {
       row.push_back(KeyNrAndEnhToName(key.KeyNr, key.Enh, style.prefs));
+      names.Add(style.jsonKey, row.back());
     }
     table.AddRow(row);
+    array.Push(std::move(names));
   }
+  if (options.json != JsonMode::kNone) return PrintJson(array);
   table.Print(std::cout);
 }
 
 const CommandRegistration kRegistration{
     15, [](CLI::App& app) {
-      auto keys = std::make_shared<std::vector<std::string>>();
+      auto options = std::make_shared<NamesOptions>();
       CLI::App* cmd = app.add_subcommand("names", "Show a key's name in every naming style");
-      cmd->add_option("KEY", *keys, "Key names, e.g. Bb F## Cisis")->required();
+      cmd->add_option("KEY", options->keys, "Key names, e.g. Bb Fx Cis (- reads standard input)")
+          ->required();
+      AddLenientFlag(cmd);
+      AddJsonOption(cmd, options->json, false);
       cmd->footer("German B/H names B natural H and B flat B.");
-      cmd->callback([keys] { RunNames(*keys); });
+      cmd->callback([options] { RunNames(*options); });
     }};
 
 }  // namespace

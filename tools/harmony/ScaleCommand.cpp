@@ -20,7 +20,7 @@ namespace {
 
 struct ScaleOptions {
   std::vector<std::string> texts;
-  bool json = false;
+  JsonMode json = JsonMode::kNone;
   bool ascii = false;
 };
 
@@ -41,25 +41,21 @@ void Describe(const std::string& text, const CScaleHeavy& scale, const CChordNam
 void RunScale(const ScaleOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
+  const std::vector<std::string> texts = WithStandardInput(options.texts, TSplit::kLines);
   std::vector<CScaleHeavy> scales;
-  for (const std::string& text : options.texts) {
-    CScaleHeavy scale;
-    SetFromString(text, scale, prefs);
-    if (scale.RootNote().IsUndef()) {
-      throw InputError("no root in \"" + text +
-                       "\": a scale name starts with a key (e.g. D dorian)");
-    }
-    scales.push_back(scale);
-  }
+  for (const std::string& text : texts) scales.push_back(ReadScaleName(text, prefs));
+  Json array = Json::Array();
   for (std::size_t i = 0; i < scales.size(); ++i) {
-    if (options.json) {
-      scales[i].AppendJSONString(std::cout);
-      std::cout << '\n';
-      continue;
+    if (options.json == JsonMode::kNative) {
+      PrintNativeJson(scales[i]);
+    } else if (options.json == JsonMode::kStrict) {
+      array.Push(Json::Object().Add("text", texts[i]).Add("scale", ScaleJson(scales[i], prefs)));
+    } else {
+      if (i > 0) std::cout << '\n';
+      Describe(texts[i], scales[i], prefs, std::cout);
     }
-    if (i > 0) std::cout << '\n';
-    Describe(options.texts[i], scales[i], prefs, std::cout);
   }
+  if (options.json == JsonMode::kStrict) PrintJson(array);
 }
 
 const CommandRegistration kRegistration{
@@ -68,12 +64,15 @@ const CommandRegistration kRegistration{
       CLI::App* cmd = app.add_subcommand(
           "scale", "Read scale names (D dorian, Eb melodic minor, F# hm5) and spell their degrees");
       cmd->add_option("TEXT", options->texts,
-                      "Scale names, e.g. \"C# lydian\" \"Bb bebop dominant\"")
+                      "Scale names, e.g. \"C# lydian\" \"Bb bebop dominant\" (- reads one per "
+                      "line from standard input)")
           ->required();
-      cmd->add_flag("--json", options->json, "Print the heavy scale's JSON, one line per scale");
+      AddLenientFlag(cmd);
+      AddJsonOption(cmd, options->json, true);
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->footer(
-          "A root alone means major; a scale word that is not known also reads as major.\n"
+          "A root alone means major; with --lenient a scale word that is not known also reads\n"
+          "as major.\n"
           "Custom scales have no key signature of their own: their degrees are written as C\n"
           "major would write them.");
       cmd->callback([options] { RunScale(*options); });

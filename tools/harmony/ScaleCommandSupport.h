@@ -3,6 +3,7 @@
 // spelled.
 
 #include <string>
+#include <vector>
 
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/pitch/KeyNames.h"
@@ -18,13 +19,22 @@ inline std::string SignsText(int signs) {
 }
 
 // The degrees as the scale spells them; keys it leaves unspelled are written as C major would.
-inline std::string SpelledDegrees(const CScaleHeavy& scale, const CChordNamePrefs& prefs) {
-  std::string names;
+inline std::vector<std::string> SpelledDegreeNames(const CScaleHeavy& scale,
+                                                   const CChordNamePrefs& prefs) {
+  std::vector<std::string> names;
   for (int degree = 0; degree < scale.DegreesPerOctave(); ++degree) {
     const CKeyEnh key = scale.DegreeNrToKeyEnh(degree);
     const TEnh enh =
         key.Enh == TEnh_Undef ? MakeSensefulEnhForKeyNrAssumingCMajor(key.KeyNr, key.Enh) : key.Enh;
-    names += (names.empty() ? "" : " ") + KeyNrAndEnhToName(key.KeyNr, enh, prefs);
+    names.push_back(KeyNrAndEnhToName(key.KeyNr, enh, prefs));
+  }
+  return names;
+}
+
+inline std::string SpelledDegrees(const CScaleHeavy& scale, const CChordNamePrefs& prefs) {
+  std::string names;
+  for (const std::string& name : SpelledDegreeNames(scale, prefs)) {
+    names += (names.empty() ? "" : " ") + name;
   }
   return names;
 }

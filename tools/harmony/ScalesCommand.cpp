@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <iomanip>
 #include <iostream>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <regex>
@@ -18,7 +19,6 @@
 
 #include "AnalyseInput.h"
 #include "Command.h"
-#include "MusicXmlInput.h"
 #include "ScaleLetterSpelling.h"
 #include "ScalesSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
@@ -32,14 +32,13 @@ namespace harmony::tool {
 namespace {
 
 struct ScalesOptions {
-  std::string text;
+  std::vector<std::string> text;
   std::string file;
   std::string method = "tonic";
   std::string key;
-  int at = 0;
-  bool atGiven = false;
-  std::size_t top = 0;
-  bool json = false;
+  std::string at;
+  std::string top;
+  JsonMode json = JsonMode::kNone;
   bool debug = false;
   bool ascii = false;
   bool blues = false;
@@ -156,25 +155,24 @@ void RunScales(const ScalesOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   const CHarmAnlsSignKeys givenKeys = GivenSignKeys(options.key, prefs);
-  const CHarmonicAnalyse::TAnalyse method = AnalyseMethodFromName(options.method);
-  TChordsFile file;
-  if (options.file.empty()) {
-    file.chordList = options.text;
-  } else {
-    file = ReadChordsFile(options.file);
-  }
+  const std::optional<int> at = options.at.empty()
+                                    ? std::nullopt
+                                    : std::optional<int>(static_cast<int>(ReadInteger(
+                                          options.at, 1, std::numeric_limits<int>::max(), "--at")));
+  const std::size_t top = options.top.empty()
+                              ? 0
+                              : static_cast<std::size_t>(ReadInteger(
+                                    options.top, 1, std::numeric_limits<int>::max(), "--top"));
+  TChordsFile chords = ReadChordsArguments(options.text, options.file);
+  // A token without a root gives no chord to suggest scales for, even read leniently; all
+  // of them are told at once.
+  if (!chords.musicXml) CheckSymbols(chords.chordList, TChordStringParse());
   CHarmonicAnalyse analyse;
-  if (file.musicXml) {
-    AnalyseMusicXml(analyse, std::move(*file.musicXml), givenKeys, method);
-  } else {
-    CheckSymbols(file.chordList, TChordStringParse());
-    analyse.AnalyseFromChordString(file.chordList, givenKeys, method, TChordStringParse());
-  }
+  AnalyseChords(analyse, std::move(chords), givenKeys, AnalyseMethodFromName(options.method));
   std::vector<TChordSuggestions> entries =
-      SuggestScalesForAnalysis(analyse, {options.blues, options.debug},
-                               options.atGiven ? std::optional<int>(options.at) : std::nullopt);
-  if (options.top > 0) KeepFirstScales(entries, options.top);
-  if (options.json) {
+      SuggestScalesForAnalysis(analyse, {options.blues, options.debug}, at);
+  if (top > 0) KeepFirstScales(entries, top);
+  if (options.json != JsonMode::kNone) {
     PrintJson(entries, prefs, options.debug);
   } else {
     PrintScaleSuggestions(entries, prefs);
@@ -186,20 +184,15 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<ScalesOptions>();
       CLI::App* cmd = app.add_subcommand(
           "scales", "Suggest scales for each chord of a chord list, in the key it is analysed in");
-      CLI::Option* text = cmd->add_option(
-          "TEXT", options->text, "Chord list, e.g. \"Dm7 G7 | Cmaj7 . . .\" (or use --file)");
-      CLI::Option* file = cmd->add_option(
-          "--file", options->file,
-          "Read the chords from a file: a chord-string file or MusicXML (.musicxml, .xml, .mxl); "
-          "- for standard input");
-      text->excludes(file);
-      CLI::Option* at =
-          cmd->add_option("--at", options->at, "Show only chord N of the list (counted from 1)");
+      const auto given =
+          AddChordsOptions(cmd, options->text, options->file, "Dm7 G7 | Cmaj7 . . .");
+      cmd->add_option("--at", options->at, "Show only chord N of the list (counted from 1)");
       cmd->add_option("--top", options->top, "Show only the first N scales of each chord");
       cmd->add_option("--method", options->method, "How centers are found (default tonic)")
           ->check(CLI::IsMember({"none", "tonic", "cadence", "weights"}));
       cmd->add_option("--key", options->key, "Sign key of the piece, e.g. G, Em, \"Bb minor\"");
-      cmd->add_flag("--json", options->json, "Print the suggestions as JSON");
+      AddJsonOption(cmd, options->json, false);
+      AddLenientFlag(cmd);
       cmd->add_flag("--debug", options->debug,
                     "Show how the fallback ranked its scales (size class, similarity)");
       cmd->add_flag("--blues", options->blues,
@@ -213,11 +206,8 @@ const CommandRegistration kRegistration{
           "close to that scale come first, seven-tone scales before eight-tone ones before the\n"
           "rest. When no scale passes, or the analysis placed the chord in no center, the\n"
           "fallback offers every table scale that holds the chord.");
-      cmd->callback([options, text, file, at] {
-        if (text->count() == 0 && file->count() == 0) {
-          throw CLI::RequiredError("TEXT or --file");
-        }
-        options->atGiven = at->count() > 0;
+      cmd->callback([options, given] {
+        given();
         RunScales(*options);
       });
     }};

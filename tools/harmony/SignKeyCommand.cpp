@@ -19,13 +19,27 @@ namespace {
 struct SignKeyOptions {
   std::string root;
   std::string type;
+  JsonMode json = JsonMode::kNone;
 };
+
+Json SignKeyDetailsJson(const CSignKeyLite& signKey, const CKeyEnh& root, TSignKeyType type,
+                        const CChordNamePrefs& prefs) {
+  return SignKeyJson(signKey, prefs)
+      .Add("scale", Json::ArrayOf(SpelledDegreeNames(signKey.ToSignKeyHeavy(), prefs)))
+      .Add("event", static_cast<int>(ToSignKeyInEv(root, type)))
+      .Add("deprecatedEvent", static_cast<int>(ToSignKeyInEvDeprecated(signKey)))
+      .Add("parallel", SignKeyJson(signKey.ParallelSignKey(), prefs));
+}
 
 void RunSignKey(const SignKeyOptions& options) {
   const CChordNamePrefs& prefs = GetCurrentChordNamePrefs();
-  const CKeyEnh root = ReadWholeKey(options.root, prefs);
+  const CKeyEnh root = ReadKeyName(WithStandardInput(options.root), prefs);
   const TSignKeyType type = options.type == "minor" ? TSignKeyType::Minor : TSignKeyType::Major;
   const CSignKeyLite signKey(CKeyEnh(NormalizedKeyNr(root.KeyNr), root.Enh), type);
+  if (options.json == JsonMode::kNative) return PrintNativeJson(signKey);
+  if (options.json == JsonMode::kStrict) {
+    return PrintJson(SignKeyDetailsJson(signKey, root, type, prefs));
+  }
 
   CChordNamePrefs german;
   german.GermanAccidentals = 1;
@@ -50,10 +64,14 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<SignKeyOptions>();
       CLI::App* cmd = app.add_subcommand(
           "signkey", "A key signature with its tonic: signs, event byte, relative key and names");
-      cmd->add_option("ROOT", options->root, "Key name of the tonic, e.g. F# or Eb")->required();
+      cmd->add_option("ROOT", options->root,
+                      "Key name of the tonic, e.g. F# or Eb (- reads standard input)")
+          ->required();
       cmd->add_option("TYPE", options->type, "major or minor")
           ->required()
           ->check(CLI::IsMember({"major", "minor"}));
+      AddLenientFlag(cmd);
+      AddJsonOption(cmd, options->json, true);
       cmd->footer(
           "The event byte is 7 + signs for a major key and 23 + signs for a minor key; a\n"
           "spelling it can't hold is written as its enharmonic neighbour (A# major as Bb).");

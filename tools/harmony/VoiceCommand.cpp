@@ -1,7 +1,8 @@
 // harmony voice SYMBOL...: chord symbols as the MIDI notes an accompaniment plays, voiced
 // around the comping range, with their spelled names. --root-below adds the root an octave
 // lower; --lead moves the first voicing toward a note and every later one toward the top of
-// the voicing before it, so the top voice moves in small steps.
+// the voicing before it, so the top voice moves in small steps. --midi writes the voicings
+// as a standard MIDI file, one chord after the other, so they can be heard.
 
 #include <array>
 #include <cctype>
@@ -12,6 +13,8 @@
 
 #include "Command.h"
 #include "KeyCommandSupport.h"
+#include "ChordMidi.h"
+#include "SpellingSupport.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/ChordSymbolParser.h"
@@ -27,27 +30,18 @@ struct VoiceOptions {
   bool rootBelow = false;
   std::string lead;
   bool ascii = false;
+  JsonMode json = JsonMode::kNone;
+  std::string midi;
+  int beats = 4;
 };
 
 CChordLite ReadChord(const std::string& text, const CChordNamePrefs& prefs) {
-  const CChordLite chord(text, ChordSetFromStringPrefs(), prefs);
+  const CChordLite chord = ReadChordSymbol(text, ChordSetFromStringPrefs(), prefs);
   if (chord.IsUndef() && !chord.IsNoChordYield() && !chord.IsNoChordForce()) {
     throw InputError("\"" + text +
                      "\" is not a chord symbol (a root A..H, then e.g. m7, 7#9, maj9, /E)");
   }
   return chord;
-}
-
-// A note number 0..127 or a note name with its octave, numbered as the names are written
-// (middle C is C4).
-int ReadLeadNote(const std::string& text, const CChordNamePrefs& prefs) {
-  const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-  if (isNumber && text.size() <= 3 && std::stoi(text) <= 127) return std::stoi(text);
-  CNote note;
-  if (!isNumber && note.SetFromString(text, prefs) && !note.IsUndef()) {
-    return static_cast<int>(note.NoteNr());
-  }
-  throw InputError("\"" + text + "\" is not a note (a number 0..127 or a name such as C4)");
 }
 
 // Letter steps above the root for each place a voicing puts a tone, from an octave below
@@ -59,16 +53,6 @@ constexpr std::array<int, 34> kLetterSteps{
     0,  1,  1,  2,  2,  3,  4,  4,  4,  5,  6,  6,   // 0..11
     -1, 1,  1,  1,  -1, 3,  -1, -1, 5,  5,           // 12..21
 };
-constexpr std::array<int, 7> kNaturalKeys{0, 2, 4, 5, 7, 9, 11};
-
-int LetterOfKey(const CKeyEnh& key) {
-  const int natural = ((key.KeyNr - EnhToSemitone(key.Enh)) % 12 + 12) % 12;
-  for (int letter = 0; letter < 7; ++letter) {
-    if (kNaturalKeys[static_cast<std::size_t>(letter)] == natural) return letter;
-  }
-  return -1;
-}
-
 // The note spelled as the tone it is above the root: the minor third over a major third of
 // C7#9 is D sharp, the seventh of a diminished seventh chord is a double flat.
 CNote SpelledNote(const CChordLite& chord, long root, unsigned char noteNr) {
@@ -84,9 +68,9 @@ CNote SpelledNote(const CChordLite& chord, long root, unsigned char noteNr) {
   int steps = kLetterSteps[static_cast<std::size_t>(place + 12)];
   if (place == 9 && chord.Semitones.IsDim() && !chord.Semitones.HasIntvl(10)) steps = 6;
   if (steps < 0) return note;
-  const int natural = kNaturalKeys[static_cast<std::size_t>((rootLetter + steps) % 7)];
-  const int shift = ((noteNr - natural) % 12 + 18) % 12 - 6;  // -6..5
-  if (shift >= -2 && shift <= 2) note.SetNoteNrAndEnh(noteNr, SemitoneToEnh(shift));
+  if (const auto key = KeyOnLetter(rootLetter + steps, static_cast<int>(noteNr % 12))) {
+    note.SetNoteNrAndEnh(noteNr, key->Enh);
+  }
   return note;
 }
 
@@ -102,12 +86,21 @@ std::array<TEnh, 12> KeySpellings(const CChordLite& chord,
   return enhs;
 }
 
-std::string NoteNames(const std::array<TEnh, 12>& enhs, const std::vector<unsigned char>& notes,
-                      const CChordNamePrefs& prefs) {
-  std::string names;
+std::vector<CNote> SpelledNotes(const std::array<TEnh, 12>& enhs,
+                                const std::vector<unsigned char>& notes) {
+  std::vector<CNote> spelled;
   for (const unsigned char noteNr : notes) {
     CNote note;
     note.SetNoteNrAndEnh(noteNr, enhs[noteNr % 12]);
+    spelled.push_back(note);
+  }
+  return spelled;
+}
+
+std::string NoteNames(const std::array<TEnh, 12>& enhs, const std::vector<unsigned char>& notes,
+                      const CChordNamePrefs& prefs) {
+  std::string names;
+  for (const CNote& note : SpelledNotes(enhs, notes)) {
     if (!names.empty()) names += ' ';
     names += note.KeyName(prefs) + note.OctName(prefs);
   }
@@ -127,27 +120,46 @@ void RunVoice(const VoiceOptions& options) {
   CChordNamePrefs prefs;
   prefs.AsciiAccidentals = options.ascii ? 1 : 0;
   prefs.OctaveNumbering = 1;  // scientific octaves: note 60 is C4, as in the other commands
+  const std::vector<std::string> symbols = WithStandardInput(options.symbols, TSplit::kWords);
   std::vector<CChordLite> chords;
-  for (const std::string& text : options.symbols) chords.push_back(ReadChord(text, prefs));
+  for (const std::string& text : symbols) chords.push_back(ReadChord(text, prefs));
   const bool lead = !options.lead.empty();
-  int target = lead ? ReadLeadNote(options.lead, prefs) : 0;
+  long target = lead ? ReadNote(options.lead).NoteNr() : 0;
   TChordVoicingPrefs voicingPrefs;
   voicingPrefs.AddRootOctaveBelow = options.rootBelow ? 1 : 0;
 
+  if (options.beats < 1 || options.beats > 64) {
+    throw InputError("--beats must be 1..64, not " + std::to_string(options.beats));
+  }
+  TMidiSong song = ChordSong();
+
   KeyTextTable table({"chord", "notes", "names"});
+  Json array = Json::Array();
   for (std::size_t i = 0; i < chords.size(); ++i) {
     std::vector<unsigned char> notes = chords[i].VoicingNotesNrs(voicingPrefs);
-    if (notes.empty()) {
-      table.AddRow({options.symbols[i], "-", "no chord"});
+    Json voiced =
+        Json::Object().Add("symbol", symbols[i]).Add("chord", ChordJson(chords[i], prefs));
+    if (notes.empty()) {  // no chord: silence for its beats
+      table.AddRow({symbols[i], "-", "no chord"});
+      array.Push(voiced.Add("notes", Json::Array()));
       continue;
     }
     const std::array<TEnh, 12> enhs = KeySpellings(chords[i], notes);
     if (lead) {
-      TransposeChordBasedOnPreviousChords(notes, target);
+      TransposeChordBasedOnPreviousChords(notes, static_cast<int>(target));
       target = notes.back();
     }
-    table.AddRow({options.symbols[i], NumbersText(notes), NoteNames(enhs, notes, prefs)});
+    Json spelled = Json::Array();
+    for (const CNote& note : SpelledNotes(enhs, notes)) spelled.Push(NoteJson(note, prefs));
+    array.Push(voiced.Add("notes", std::move(spelled)));
+    table.AddRow({symbols[i], NumbersText(notes), NoteNames(enhs, notes, prefs)});
+    AddChordNotes(song, notes, static_cast<double>(i * options.beats), options.beats);
   }
+  std::string midiError;
+  if (!options.midi.empty() && !WriteMidiFile(song, options.midi, midiError)) {
+    throw InputError(midiError);
+  }
+  if (options.json != JsonMode::kNone) return PrintJson(array);
   table.Print(std::cout);
 }
 
@@ -156,13 +168,21 @@ const CommandRegistration kRegistration{
       auto options = std::make_shared<VoiceOptions>();
       CLI::App* cmd = app.add_subcommand(
           "voice", "Voice chord symbols as MIDI notes around the comping range (53..65)");
-      cmd->add_option("SYMBOL", options->symbols, "Chord symbols, e.g. C7#9 Dm9 F/C")->required();
+      cmd->add_option("SYMBOL", options->symbols,
+                      "Chord symbols, e.g. C7#9 Dm9 F/C (- reads standard input)")
+          ->required();
       cmd->add_flag("--root-below", options->rootBelow, "Add the root an octave lower");
       cmd->add_option(
           "--lead", options->lead,
           "Move the first voicing's top toward this note (number or name, e.g. 60 or C4)"
           " and each later one toward the top of the one before");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
+      AddLenientFlag(cmd);
+      AddJsonOption(cmd, options->json, false);
+      cmd->add_option("--midi", options->midi,
+                      "Write the voicings as a standard MIDI file, one chord after the other");
+      cmd->add_option("--beats", options->beats,
+                      "Quarter notes each chord lasts in the MIDI file (default 4)");
       cmd->footer(
           "Note 60 is middle C, written C4. The root sits in 53..65 with the chord tones above it; "
           "ninths,\n"

@@ -3,7 +3,7 @@
 // and two movable shapes for every built-in chord type (root on the sixth string and root on
 // the fifth string) placed on every root. Every grid is checked as it is built: its strings
 // must sound the root in the bass and exactly the tones of its chord type (the fifth may be
-// left out).
+// left out), and a guitarist must be able to finger it as drawn (PlayabilityProblem).
 
 #include <array>
 #include <memory>
@@ -95,31 +95,31 @@ inline const std::vector<MovableShape>& MovableShapes() {
       {34, 0, {0, 2, 4, 4, 0, 0}, {1, 2, 3, 4, 1, 1}},
       {33, 0, {0, 2, 2, 2, 0, 0}, {1, 2, 3, 4, 1, 1}},
       {3, 0, {0, 2, 0, 1, 0, 0}, {1, 3, 1, 2, 1, 1}},
-      {119, 0, {0, X, 0, 1, 0, 1}, {1, 0, 1, 2, 1, 3}},
-      {120, 0, {0, X, 0, 1, X, 3}, {1, 0, 1, 2, 0, 4}},
+      {119, 0, {0, X, 0, 1, 0, 1}, {1, 0, 2, 3, 2, 4}},
+      {120, 0, {0, X, 0, 1, X, 3}, {1, 0, 2, 3, 0, 4}},
       {118, 0, {0, 0, 0, 1, 0, 0}, {1, 1, 1, 2, 1, 1}},
       {25, 0, {0, 2, 0, 1, 2, 0}, {1, 3, 1, 2, 4, 1}},
       {27, 0, {0, 2, 0, 1, 1, 0}, {1, 4, 1, 2, 3, 1}},
       {28, 0, {0, 2, 0, 1, 0, 2}, {1, 3, 1, 2, 1, 4}},
-      {5, 0, {0, X, 2, 1, 0, 2}, {1, 0, 3, 2, 1, 4}},
-      {2, 0, {0, X, 2, 1, 2, 0}, {1, 0, 3, 2, 4, 1}},
+      {5, 0, {0, X, 2, 1, X, 2}, {1, 0, 3, 2, 0, 4}},
+      {2, 0, {0, X, 2, 1, 2, X}, {1, 0, 3, 2, 4, 0}},
       {7, 0, {0, -1, -1, -1, 0, 0}, {2, 1, 1, 1, 3, 4}},
       {20, 0, {0, X, 1, 1, 0, X}, {2, 0, 3, 4, 1, 0}},
       {22, 0, {0, X, 1, 1, -1, X}, {2, 0, 3, 4, 1, 0}},
-      {26, 0, {0, X, 1, 1, 0, 1}, {1, 0, 3, 4, 1, 2}},
+      {26, 0, {0, X, 1, 1, X, 1}, {1, 0, 2, 3, 0, 4}},
       {101, 0, {0, X, 1, 1, -1, 3}, {2, 0, 3, 3, 1, 4}},
       {121, 0, {0, X, 1, 1, 2, X}, {1, 0, 2, 3, 4, 0}},
       {11, 0, {0, 2, 0, 0, 0, 0}, {1, 3, 1, 1, 1, 1}},
       {12, 0, {0, X, 0, 0, -1, X}, {2, 0, 3, 4, 1, 0}},
       {16, 0, {0, 2, 1, 0, 0, 0}, {1, 3, 2, 1, 1, 1}},
-      {13, 0, {0, X, 2, 0, 0, 2}, {1, 0, 3, 1, 1, 4}},
+      {13, 0, {0, X, 2, 0, X, 2}, {1, 0, 3, 2, 0, 4}},
       {10, 0, {0, 2, 2, 0, 2, 0}, {1, 2, 3, 1, 4, 1}},
       {104, 0, {0, X, -1, 0, 0, 2}, {2, 0, 1, 3, 3, 4}},
       {100, 0, {0, 2, 2, 0, 1, 0}, {1, 3, 4, 1, 2, 1}},
       {18, 0, {0, 1, 2, 0, X, X}, {1, 2, 3, 1, 0, 0}},
       {19, 0, {0, X, -1, 0, -1, X}, {2, 0, 1, 3, 1, 0}},
-      {8, 0, {0, X, 2, 1, 1, 0}, {1, 0, 4, 2, 3, 1}},
-      {30, 0, {0, X, 0, 1, 1, 0}, {1, 0, 1, 2, 3, 1}},
+      {8, 0, {0, X, 2, 1, 1, X}, {1, 0, 4, 2, 3, 0}},
+      {30, 0, {0, X, 0, 1, 1, X}, {1, 0, 2, 3, 4, 0}},
       // Root on the fifth string.
       {1, 1, {X, 0, 2, 2, 2, 0}, {0, 1, 3, 3, 3, 1}},
       {9, 1, {X, 0, 2, 2, 1, 0}, {0, 1, 3, 4, 2, 1}},
@@ -144,13 +144,13 @@ inline const std::vector<MovableShape>& MovableShapes() {
       {12, 1, {X, 0, 1, 0, 1, X}, {0, 1, 3, 2, 4, 0}},
       {16, 1, {X, 0, 2, 1, 1, 0}, {0, 1, 4, 2, 3, 1}},
       {13, 1, {X, 0, 2, 4, 1, 0}, {0, 1, 3, 4, 2, 1}},
-      {10, 1, {X, 0, 2, -1, 1, 0}, {0, 2, 4, 1, 3, 2}},
+      {10, 1, {X, 0, -2, -1, -2, 0}, {0, 3, 1, 2, 1, 4}},
       {104, 1, {X, 0, -2, -1, 0, 0}, {0, 3, 1, 2, 4, 4}},
       {100, 1, {X, 0, 2, 2, 1, 1}, {0, 1, 3, 4, 2, 2}},
       {18, 1, {X, 0, 1, 2, 1, X}, {0, 1, 2, 4, 3, 0}},
       {19, 1, {X, 0, 1, -1, 1, -1}, {0, 2, 3, 1, 4, 1}},
       {8, 1, {X, 0, 3, 2, 2, 1}, {0, 1, 4, 3, 3, 2}},
-      {30, 1, {X, 0, X, 0, 2, 1}, {0, 1, 0, 1, 3, 2}},
+      {30, 1, {X, 0, X, 0, 2, 1}, {0, 1, 0, 2, 4, 3}},
   };
   return shapes;
 }
@@ -177,6 +177,42 @@ inline std::string CheckGrid(const std::shared_ptr<GChBasicChord>& grid) {
   return {};
 }
 
+// Empty when a guitarist can finger the grid as it is drawn; otherwise why not. Every pressed
+// place has a finger (1..4, or 5 for the thumb); a finger presses one place, a single string
+// or one barre, so it is never drawn on two strings with another finger or an open string
+// between them; a barre crosses no muted string and no string that sounds lower than it; and
+// the fingers keep their order along the neck within a stretch of five frets.
+inline std::string PlayabilityProblem(const GChBasicChord& grid) {
+  std::array<const GChChordElem*, kGChMaxFingerNumber + 1> places{};
+  int lowest = kGChMaxAbsFretIndex, highest = 0;
+  for (const GChChordElem& elem : grid.chordElems()) {
+    const int finger = elem.fingerNumber();
+    if (finger == 0) return "a pressed place has no finger";
+    if (places[finger] != nullptr) {
+      return "finger " + std::to_string(finger) + " would press two places";
+    }
+    places[finger] = &elem;
+    lowest = std::min<int>(lowest, elem.absFretIndex());
+    highest = std::max<int>(highest, elem.absFretIndex());
+    for (int s = elem.coveredMinStr(); elem.isBarre() && s <= elem.coveredMaxStr(); ++s) {
+      if (grid.isMutedForStringIndex(s)) return "a barre crosses a muted string";
+      if (grid.maxAbsFretIndexPlusOneForStringIndex(s) < elem.absFretIndex() + 1) {
+        return "a barre crosses a string that sounds lower";
+      }
+    }
+  }
+  if (highest - lowest > 4) return "the fingers stretch over more than five frets";
+  for (int a = 1; a < 5; ++a) {
+    for (int b = a + 1; b < 5; ++b) {
+      if (places[a] != nullptr && places[b] != nullptr &&
+          places[a]->absFretIndex() > places[b]->absFretIndex()) {
+        return "finger " + std::to_string(b) + " lies below finger " + std::to_string(a);
+      }
+    }
+  }
+  return {};
+}
+
 inline std::shared_ptr<GChBasicChord> MakeGrid(const std::vector<int>& frets,
                                                const std::vector<int>& fingers, int root,
                                                uint16_t typeId, std::string* error) {
@@ -188,7 +224,8 @@ inline std::shared_ptr<GChBasicChord> MakeGrid(const std::vector<int>& frets,
   for (const auto& elem : grid->chordElems()) hasBarre = hasBarre || elem.isBarre();
   const bool open = grid->hasOpenStrings() && !hasBarre;
   grid->setDifficultyLevel(open ? 1 : (hasBarre ? 2 : 3));
-  const std::string problem = CheckGrid(grid);
+  std::string problem = CheckGrid(grid);
+  if (problem.empty()) problem = PlayabilityProblem(*grid);
   if (!problem.empty()) {
     *error = "grid " + GChOctPitchDefaultName(root) + " " + GChChordTypeNameForId(typeId) + ": " +
              problem;

@@ -6,6 +6,7 @@
 // Fret numbers here are those of the instrument: 0 is the open string, 1 the first fret
 // (absFretIndex 0), -1 a muted string.
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
@@ -18,6 +19,7 @@
 namespace harmony::grid_tools {
 
 constexpr int kMuted = -1;
+constexpr int kGridFretSpan = 8;
 
 // "x32010", "x 3 2 0 1 0" or "x,3,2,0,1,0" (the separated forms allow frets of two digits);
 // "x" or "X" mutes. Nothing for other text or a fret above 32.
@@ -77,6 +79,19 @@ inline std::shared_ptr<GChBasicChord> GridFromFrets(const GChShortTuning& tuning
   if (!fingers.empty() && fingers.size() != frets.size()) {
     *error =
         "expected " + std::to_string(strings) + " fingers, got " + std::to_string(fingers.size());
+    return nullptr;
+  }
+  // A library file stores the frets of a grid within eight frets of its lowest one.
+  int lowest = kGChMaxAbsFretIndex + 1, highest = 0;
+  for (int fret : frets) {
+    if (fret <= 0) continue;
+    lowest = std::min(lowest, fret);
+    highest = std::max(highest, fret);
+  }
+  if (highest - lowest >= kGridFretSpan) {
+    *error = "frets " + std::to_string(lowest) + " to " + std::to_string(highest) + " span " +
+             std::to_string(highest - lowest + 1) + " frets; a grid holds at most " +
+             std::to_string(kGridFretSpan);
     return nullptr;
   }
   auto chord = std::make_shared<GChBasicChord>(tuning);

@@ -132,8 +132,13 @@ struct TReading {
   int rootDist;
   int rank;
   bool standard;
+  bool triad;  // the whole major or minor triad
   std::string name;
 };
+
+bool _IsTriad(const std::vector<int>& keys) {
+  return keys == std::vector<int>{0, 4, 7} || keys == std::vector<int>{0, 3, 7};
+}
 
 // The winner among the readings of one note set (see the convention in PatternSets.h).
 const TReading& _Resolve(const std::vector<TReading>& readings) {
@@ -141,7 +146,7 @@ const TReading& _Resolve(const std::vector<TReading>& readings) {
       std::any_of(readings.begin(), readings.end(), [](const TReading& r) { return r.standard; });
   const TReading* best = nullptr;
   const auto key = [](const TReading& r) {
-    return std::make_tuple(r.rootDist != 0, r.rank, r.rootDist);
+    return std::make_tuple(!r.triad, r.rootDist != 0, r.rank, r.rootDist);
   };
   for (const TReading& reading : readings) {
     if (anyStandard && !reading.standard) continue;
@@ -161,7 +166,7 @@ std::map<std::uint32_t, std::vector<TReading>> _ReadingsByKeySet(
         std::uint32_t keySet = 0;
         for (int key : variant.keys) keySet |= 1u << FloorMod(key - bass);
         readings[keySet].push_back(
-            {FloorMod(-bass), shape.rank, shape.common && !variant.rootless,
+            {FloorMod(-bass), shape.rank, shape.common && !variant.rootless, _IsTriad(variant.keys),
              shape.name + " " + variant.tag + "inversion " + std::to_string(k)});
       }
     }

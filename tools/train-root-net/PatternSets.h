@@ -11,14 +11,17 @@
 //   keys, with one of them as the lowest note, are the keys of the set. The voicing does not
 //   matter: every voicing of the same keys above the same lowest note has the same root. A
 //   reading is standard when its shape is on the list of common chord symbols and it sounds
-//   its root. If any reading is standard, only the standard readings compete. Among those
-//   that compete, the one whose root is the lowest note wins; without such a reading, the
-//   one of the most common shape (earliest in the list) wins, and between readings of one
-//   shape (a symmetric chord) the root nearest above the lowest note.
+//   its root. If any reading is standard, only the standard readings compete. A complete
+//   major or minor triad wins over every other reading: musicians hear the triad over its
+//   bass. Otherwise, among those that compete, the one whose root is the lowest note wins;
+//   without such a reading, the one of the most common shape (earliest in the list) wins,
+//   and between readings of one shape (a symmetric chord) the root nearest above the lowest
+//   note.
 //
-// So C E G A is C6 but A C E G is Am7, every diminished seventh and augmented triad is named
-// from its lowest note, C D G is Csus2 while D G C is Gsus4 (sus4 before sus2 in the list),
-// and C Eb G Ab is Ab major seven over C, not C minor with a flat thirteenth.
+// So C E G A is C6 but A C E G is Am7, F A D is Dm over F (not F6 without its fifth) and
+// E A C# is A over E, every diminished seventh and augmented triad is named from its lowest
+// note, C D G is Csus2 while D G C is Gsus4 (sus4 before sus2 in the list), and C Eb G Ab is
+// Ab major seven over C, not C minor with a flat thirteenth.
 //
 // Voicings players use. Of all the ways to lay a note set out in two octaves above its lowest
 // note, only those a player would take are generated (the close voicing always is):

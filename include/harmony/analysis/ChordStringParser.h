@@ -4,10 +4,14 @@
 // notes. Each chord symbol goes to the chord-symbol parser; this layer decides where tokens
 // end, what a bar line or a beat without a new chord is, and where the next chord falls.
 
+#include <bitset>
+#include <locale>
 #include <optional>
 #include <ostream>
 #include <regex>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "harmony/Trace.h"
@@ -17,17 +21,63 @@
 
 namespace harmony {
 
-// A tokenizer in the ECMAScript grammar. Where the standard library offers it, the matcher
-// walks the text breadth-first, so that a long run of separators (a file of blank lines)
-// can't exhaust the stack as backtracking does; a pattern with back-references keeps the
-// backtracking matcher. For separators such as "\s+" both find the same matches.
-std::regex ChordListTokenizer(const std::string& pattern);
+// A tokenizer: a regular expression in the ECMAScript grammar. Where the standard library
+// offers it, the matcher walks the text breadth-first, so that a long run of separators (a
+// file of blank lines) can't exhaust the stack as backtracking does; a pattern with
+// back-references keeps the backtracking matcher. For separators such as "\s+" both find the
+// same matches.
+//
+// A tokenizer made from the pattern "\s+", the usual one, also remembers the white-space class
+// of its locale: a run of white space is then found by that class directly, with the same
+// pieces as the expression gives, and without the cost of the expression engine for every
+// token. Any other expression put in, or a change through assign, imbue or swap, is matched
+// by the expression engine.
+class CChordListTokenizer : public std::regex {
+ public:
+  // The usual separator "\s+", compiled once and shared by the copies.
+  CChordListTokenizer();
+  explicit CChordListTokenizer(const std::string& pattern);
+  // Any expression; matched by the expression engine.
+  CChordListTokenizer(const std::regex& regex) : std::regex(regex) {}
+  CChordListTokenizer(std::regex&& regex) : std::regex(std::move(regex)) {}
+  CChordListTokenizer& operator=(const std::regex& regex);
+  CChordListTokenizer& operator=(std::regex&& regex);
+  // A pattern as text, as std::regex takes it.
+  template <class TPattern>
+  requires(!std::is_base_of_v<std::regex, std::decay_t<TPattern>>) CChordListTokenizer& operator=(
+      TPattern&& pattern) {
+    std::regex::operator=(std::forward<TPattern>(pattern));
+    _isWhiteSpaceRun = false;
+    return *this;
+  }
+
+  // The members of std::regex that change the expression forget the white-space run.
+  template <class... TArgs>
+  CChordListTokenizer& assign(TArgs&&... args) {
+    std::regex::assign(std::forward<TArgs>(args)...);
+    _isWhiteSpaceRun = false;
+    return *this;
+  }
+  std::locale imbue(std::locale locale);
+  void swap(std::regex& other);
+
+  // Whether this is the run of white space, and then the white-space class by byte.
+  bool IsWhiteSpaceRun() const { return _isWhiteSpaceRun; }
+  const std::bitset<256>& WhiteSpace() const { return _whiteSpace; }
+
+ private:
+  bool _isWhiteSpaceRun = false;
+  std::bitset<256> _whiteSpace;
+};
+
+// The tokenizer of `pattern`, as TChordStringParse keeps it.
+CChordListTokenizer ChordListTokenizer(const std::string& pattern);
 
 // How a chord list is cut into tokens and placed in time. The default reads lists such as
 // "C . . . F . G ." with a lone "|" as bar line.
 struct TChordStringParse : public TraceFamily<TChordStringParse> {
   // What lies between two tokens (ECMAScript grammar).
-  std::regex Tokenizer = ChordListTokenizer(R"(\s+)");
+  CChordListTokenizer Tokenizer;
   // Quarter notes in one bar, and taken by one chord or one beat token.
   double BarLength = 4.0;
   double BeatLength = 1.0;

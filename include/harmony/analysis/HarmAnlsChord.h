@@ -4,6 +4,7 @@
 // are quarter notes from the start of the piece; the most negative finite double stands for
 // "not known".
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <ostream>

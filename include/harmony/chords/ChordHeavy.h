@@ -382,7 +382,7 @@ class CChordHeavy : public TraceFamily<CChordHeavy> {
   // Root enh among given, flats and sharps by the fewest signs of the scale for the chord.
   TEnh _EnhWithLeastSigns(const CNote& root) const;
   std::string _RootName(const CChordNamePrefs& prefs) const;
-  // Makes the lowest note the root and asks the shared net for the likeliest root key.
+  // Asks the shared net for the likeliest root key, from the intervals above the lowest note.
   CNote _LikeliestRootByNet();
 
   mutable CNote _RootNote;

@@ -65,6 +65,10 @@ class TMusicXMLHarmony : public TraceFamily<TMusicXMLHarmony> {
   void WriteInitializerList(std::ostream& out) const;
 };
 
+// Whether the chord a symbol stands for takes this degree into account: an added degree of
+// the degree table, or the fifth subtracted or altered. Other degrees are stepped over.
+bool IsReadMusicXmlDegree(const TMusicXMLDegree& degree);
+
 // --- MusicXML's chord kinds ("major", "dominant-ninth", ...)
 
 // The intervals above the root that the kind stands for, in register (a ninth is 14); empty

@@ -8,6 +8,7 @@
 // so a net serves one caller at a time.
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <span>

@@ -86,6 +86,13 @@ class CMySet {
   void clear() { _size = 0; }
 
   std::pair<iterator, bool> insert(const T& value) {
+    // Sets are mostly filled in order: a value above the last one goes behind it at once.
+    if (_size != 0 && Compare{}(_Data()[_size - 1], value)) {
+      if (_size == _capacity) _Grow();
+      T* data = _Data();
+      data[_size] = value;
+      return {data + _size++, true};
+    }
     const T* pos = lower_bound(value);
     if (pos != end() && !Compare{}(value, *pos)) return {pos, false};
     const size_type ix = static_cast<size_type>(pos - begin());

@@ -84,8 +84,11 @@ class CNote : public TraceFamily<CNote> {
     return _NoteNr == other._NoteNr && _Enh == other._Enh;
   }
   bool operator!=(const CNote& other) const { return !(*this == other); }
-  // By note number, then by spelling read unsigned.
-  bool operator<(const CNote& other) const;
+  // By note number, then by spelling read unsigned. Inline: every note set orders by it.
+  bool operator<(const CNote& other) const {
+    if (_NoteNr != other._NoteNr) return _NoteNr < other._NoteNr;
+    return static_cast<unsigned char>(_Enh) < static_cast<unsigned char>(other._Enh);
+  }
 
   void WriteTrace(std::ostream& out) const;
   void WriteTraceBrief(std::ostream& out) const;

@@ -2,6 +2,7 @@
 // Keyword matching shared by the readers of keys, chord symbols and scale names.
 
 #include <cstddef>
+#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>

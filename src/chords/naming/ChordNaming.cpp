@@ -2,6 +2,8 @@
 
 #include <cctype>
 
+#include "chords/ChordScaleSpelling.h"
+#include "chords/naming/NamingDetail.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "platform/Localize.h"
@@ -46,6 +48,107 @@ bool BeginsWithDigit(TOption option) {
 
 bool IsCommaForm(const CChordNamePrefs& prefs) { return prefs.CommaSeparatedNameParts != 0; }
 
+// Major flat 5, sus4 and sus2 come after the options: C7sus4, C7♭5.
+bool BasicNameAfterOptions(TBasicChord basic) {
+  return basic == kBasicChordMajorFlat5 || basic == kBasicChordSus4 || basic == kBasicChordSus2;
+}
+
+// The layers of a name, for the basic chord read once by the member that asks.
+
+std::string RootNameFor(const CChordHeavy& chord, TBasicChord basic, const CChordNamePrefs& prefs) {
+  std::string name = chord.RootNote().KeyName(prefs);
+  if (prefs.MinorChordNamingWithSmallLetter() && basic == kBasicChordMinor && !name.empty()) {
+    name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
+  }
+  return name;
+}
+
+bool ClarifyBasicChordFor(const CChordHeavy& chord, TBasicChord basic,
+                          const CChordNamePrefs& prefs) {
+  if (prefs.AccessibilitySpoken != 0 || prefs.CompactNameParts != 1) return false;
+  return basic == kBasicChordMajorFlat5 ||
+         (basic == kBasicChordPower && HasMisinterpretableAccidental(chord.RootNote().Enh()));
+}
+
+// What the first option follows decides: the basic chord's symbol when it comes first, or
+// else the root itself (C7sus4 needs no separator, B♭(7)sus4 does).
+bool ClarifyFirstOptionFor(const CChordHeavy& chord, TBasicChord basic, TOption option,
+                           const CChordNamePrefs& prefs) {
+  if (prefs.AccessibilitySpoken != 0 || prefs.CompactNameParts != 1) return false;
+  const bool accidental = BeginsWithAccidental(option);
+  const std::string basicName =
+      BasicNameAfterOptions(basic) ? std::string() : BasicChordName(basic, prefs);
+  if (basicName.empty()) return accidental || HasMisinterpretableAccidental(chord.RootNote().Enh());
+  return (accidental || BeginsWithDigit(option)) &&
+         std::isdigit(static_cast<unsigned char>(basicName.back())) != 0;
+}
+
+std::string OptionsNameFor(const CChordHeavy& chord, TBasicChord basic,
+                           const CChordHeavy::COptionsMap& map, const CChordNamePrefs& prefs) {
+  if (chord.IsUndef() || map.empty()) return {};
+  std::string text;
+  if (prefs.AccessibilitySpoken == 1) {
+    for (const CChordHeavy::TOptionsMapEntry& entry : map) {
+      if (!text.empty()) text += ' ';
+      chords_detail::AppendOptionName(text, entry.Option, prefs);
+    }
+    return text;
+  }
+  const bool clarify = ClarifyFirstOptionFor(chord, basic, map.begin()->Option, prefs);
+  const std::size_t firstInParens = clarify ? 0 : 1;
+  std::size_t place = 0;
+  for (const CChordHeavy::TOptionsMapEntry& entry : map) {
+    if (prefs.TensionStyle == 1) {
+      if (place >= firstInParens) text += '(';
+      chords_detail::AppendOptionName(text, entry.Option, prefs);
+      if (place >= firstInParens) text += ')';
+    } else if (prefs.TensionStyle == 2) {
+      if (place == firstInParens) text += '(';
+      if (place > firstInParens) text += ',';
+      chords_detail::AppendOptionName(text, entry.Option, prefs);
+    } else {
+      if (place == 0 && clarify) text += ' ';
+      if (place > 0) text += '/';
+      chords_detail::AppendOptionName(text, entry.Option, prefs);
+    }
+    ++place;
+  }
+  if (prefs.TensionStyle == 2 && map.size() >= (clarify ? 1U : 2U)) text += ')';
+  return text;
+}
+
+std::string BasicChordAndOptionsNameFor(const CChordHeavy& chord, TBasicChord basic,
+                                        const CChordNamePrefs& prefs) {
+  const CChordHeavy::COptionsMap map = chords_detail::OptionsMapFor(chord, basic, prefs);
+  const bool after = BasicNameAfterOptions(basic);
+  if (IsCommaForm(prefs)) {
+    const std::string basicName = BasicChordName(basic, prefs);
+    const std::string options = OptionsNameFor(chord, basic, map, prefs);
+    return after ? "," + options + "," + basicName : "," + basicName + "," + options;
+  }
+  const bool clarify = ClarifyBasicChordFor(chord, basic, prefs);
+  const std::string basicName = BasicChordNameWithPreceedingOptionalSpace(basic, prefs);
+  std::string options;
+  if (!map.empty()) {
+    options = OptionalSpaceBetweenNameParts(prefs) + OptionsNameFor(chord, basic, map, prefs);
+  }
+  if (!after) return clarify ? "(" + basicName + ")" + options : basicName + options;
+  if (clarify && map.empty()) return "(" + basicName + ")";
+  return options + basicName;
+}
+
+std::string NameWithoutSlashFor(const CChordHeavy& chord, const CChordNamePrefs& prefs) {
+  if (chord.IsUndef()) {
+    if (chord.RootNote().Enh() == TEnh_bb) return platform::Localized("No Chord Yield");
+    if (chord.RootNote().Enh() == TEnh_b) return platform::Localized("No Chord");
+    return {};
+  }
+  const TBasicChord basic = chord.BasicChordForNaming();
+  std::string name = RootNameFor(chord, basic, prefs);
+  if (chord.NotesCount() >= 2) name += BasicChordAndOptionsNameFor(chord, basic, prefs);
+  return name;
+}
+
 }  // namespace
 
 // --- The whole name
@@ -56,23 +159,11 @@ std::string CChordHeavy::Name(const CChordNamePrefs& prefs) const {
 }
 
 std::string CChordHeavy::NameWithoutSlash(const CChordNamePrefs& prefs) const {
-  if (IsUndef()) {
-    if (_RootNote.Enh() == TEnh_bb) return platform::Localized("No Chord Yield");
-    if (_RootNote.Enh() == TEnh_b) return platform::Localized("No Chord");
-    return {};
-  }
-  std::string name = _RootName(prefs);
-  if (_Notes.size() >= 2) name += BasicChordAndOptionsName(prefs);
-  return name;
+  return NameWithoutSlashFor(*this, prefs);
 }
 
 std::string CChordHeavy::_RootName(const CChordNamePrefs& prefs) const {
-  std::string name = _RootNote.KeyName(prefs);
-  if (prefs.MinorChordNamingWithSmallLetter() && BasicChordForNaming() == kBasicChordMinor &&
-      !name.empty()) {
-    name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
-  }
-  return name;
+  return RootNameFor(*this, BasicChordForNaming(), prefs);
 }
 
 // The bass is spelled as the scale of the chord spells it, and keeps that spelling.
@@ -81,7 +172,8 @@ std::string CChordHeavy::NameWithSlash(const CChordNamePrefs& prefs) const {
   if (IsUndef() || _Notes.empty()) return name;
   CNote lowest = *_Notes.begin();
   if (lowest.IsUndef() || lowest.KeyNr() == _RootNote.KeyNr()) return name;
-  const TEnh enh = CScaleHeavy::Undef.ConstructScaleForChord(*this).EnhForKeyNr(lowest.KeyNr());
+  const TEnh enh =
+      chords_detail::ChordScaleEnhByKey(*this)[static_cast<std::size_t>(lowest.KeyNr())];
   if (enh != TEnh_Undef && enh != lowest.Enh()) {
     _Notes.erase(_Notes.begin());
     lowest.SetEnhAndDontMakeSenseful(enh);
@@ -102,36 +194,17 @@ std::string CChordHeavy::NameWithSlash(const CChordNamePrefs& prefs) const {
 // --- Basic chord and options
 
 bool CChordHeavy::BasicChordNameAfterOptionsName() const {
-  const TBasicChord basic = BasicChordForNaming();
-  return basic == kBasicChordMajorFlat5 || basic == kBasicChordSus4 || basic == kBasicChordSus2;
+  return BasicNameAfterOptions(BasicChordForNaming());
 }
 
 bool CChordHeavy::
     _BasicChordAndOptionsName_NeedsClarifyingSeparatorBecauseOfMisinterpretableAccidental(
         const CChordNamePrefs& prefs) const {
-  if (prefs.AccessibilitySpoken != 0 || prefs.CompactNameParts != 1) return false;
-  const TBasicChord basic = BasicChordForNaming();
-  return basic == kBasicChordMajorFlat5 ||
-         (basic == kBasicChordPower && HasMisinterpretableAccidental(_RootNote.Enh()));
+  return ClarifyBasicChordFor(*this, BasicChordForNaming(), prefs);
 }
 
 std::string CChordHeavy::BasicChordAndOptionsName(const CChordNamePrefs& prefs) const {
-  const TBasicChord basic = BasicChordForNaming();
-  const COptionsMap map = OptionsMap(prefs);
-  const bool after = BasicChordNameAfterOptionsName();
-  if (IsCommaForm(prefs)) {
-    const std::string basicName = BasicChordName(basic, prefs);
-    const std::string options = OptionsNameFromMap(map, prefs);
-    return after ? "," + options + "," + basicName : "," + basicName + "," + options;
-  }
-  const bool clarify =
-      _BasicChordAndOptionsName_NeedsClarifyingSeparatorBecauseOfMisinterpretableAccidental(prefs);
-  const std::string basicName = BasicChordNameWithPreceedingOptionalSpace(basic, prefs);
-  std::string options;
-  if (!map.empty()) options = OptionalSpaceBetweenNameParts(prefs) + OptionsNameFromMap(map, prefs);
-  if (!after) return clarify ? "(" + basicName + ")" + options : basicName + options;
-  if (clarify && map.empty()) return "(" + basicName + ")";
-  return options + basicName;
+  return BasicChordAndOptionsNameFor(*this, BasicChordForNaming(), prefs);
 }
 
 std::string CChordHeavy::OptionsName(const CChordNamePrefs& prefs) const {
@@ -145,52 +218,15 @@ std::string CChordHeavy::OptionsNameWithPreceedingOptionalSpace(
   return OptionalSpaceBetweenNameParts(prefs) + OptionsNameFromMap(map, prefs);
 }
 
-// What the first option follows decides: the basic chord's symbol when it comes first, or
-// else the root itself (C7sus4 needs no separator, B♭(7)sus4 does).
 bool CChordHeavy::_OptionsNameFromMap_NeedsClarifyingSeparatorBeforeFirstOption(
     TChordOption option, const CChordNamePrefs& prefs) const {
-  if (prefs.AccessibilitySpoken != 0 || prefs.CompactNameParts != 1) return false;
-  const bool accidental = BeginsWithAccidental(option);
-  const std::string basicName = BasicChordNameAfterOptionsName()
-                                    ? std::string()
-                                    : BasicChordName(BasicChordForNaming(), prefs);
-  if (basicName.empty()) return accidental || HasMisinterpretableAccidental(_RootNote.Enh());
-  return (accidental || BeginsWithDigit(option)) &&
-         std::isdigit(static_cast<unsigned char>(basicName.back())) != 0;
+  return ClarifyFirstOptionFor(*this, BasicChordForNaming(), option, prefs);
 }
 
 std::string CChordHeavy::OptionsNameFromMap(const COptionsMap& map,
                                             const CChordNamePrefs& prefs) const {
   if (IsUndef() || map.empty()) return {};
-  std::string text;
-  if (prefs.AccessibilitySpoken == 1) {
-    for (const TOptionsMapEntry& entry : map) {
-      if (!text.empty()) text += ' ';
-      text += OptionName(entry.Option, prefs);
-    }
-    return text;
-  }
-  const bool clarify =
-      _OptionsNameFromMap_NeedsClarifyingSeparatorBeforeFirstOption(map.begin()->Option, prefs);
-  const std::size_t firstInParens = clarify ? 0 : 1;
-  std::size_t place = 0;
-  for (const TOptionsMapEntry& entry : map) {
-    const std::string option = OptionName(entry.Option, prefs);
-    if (prefs.TensionStyle == 1) {
-      text += place < firstInParens ? option : "(" + option + ")";
-    } else if (prefs.TensionStyle == 2) {
-      if (place == firstInParens) text += '(';
-      if (place > firstInParens) text += ',';
-      text += option;
-    } else {
-      if (place == 0 && clarify) text += ' ';
-      if (place > 0) text += '/';
-      text += option;
-    }
-    ++place;
-  }
-  if (prefs.TensionStyle == 2 && map.size() >= (clarify ? 1U : 2U)) text += ')';
-  return text;
+  return OptionsNameFor(*this, BasicChordForNaming(), map, prefs);
 }
 
 // --- Other roots

@@ -48,8 +48,8 @@ TEnh CChordHeavy::_EnhWithLeastSigns(const CNote& root) const {
       rootedAlready ? chords_detail::ChordScaleKeysOf(*this)
                     : chords_detail::ChordScaleKeysOf(_RootedOn(root));
   const auto signsAbs = [this, &keys](const CNote& spelled) {
-    const auto spelling = chords_detail::ChordScaleSpellingFor(keys, spelled);
-    return spelling ? std::abs(spelling->SignsCount) : _RootedOn(spelled).SignsCountAbs();
+    const auto signs = chords_detail::ChordScaleSignsCountFor(keys, spelled);
+    return signs ? std::abs(*signs) : _RootedOn(spelled).SignsCountAbs();
   };
   const int a = signsAbs(root);
   const int b = signsAbs(flats);

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "chords/ChordHeavyDetail.h"
+#include "chords/naming/NamingDetail.h"
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/pitch/KeyNames.h"
 
@@ -69,22 +70,37 @@ TOption MajorSeventhOption(const CChordNamePrefs& prefs) {
 }  // namespace
 
 std::string CChordHeavy::OptionName(TChordOption option, const CChordNamePrefs& prefs) {
-  if (option >= kOptionTexts.size()) return {};
-  const TOptionText& text = kOptionTexts[option];
-  if (prefs.AccessibilitySpoken == 1) return text.spoken;
-  std::string name = text.prefix;
-  if (text.sign == TSign::Flat) name += FlatAsUTF8OrNot(prefs);
-  if (text.sign == TSign::Sharp) name += SharpAsUTF8OrNot(prefs);
-  name += text.rest;
+  std::string name;
+  chords_detail::AppendOptionName(name, option, prefs);
   return name;
 }
 
+void chords_detail::AppendOptionName(std::string& text, CChordHeavy::TChordOption option,
+                                     const CChordNamePrefs& prefs) {
+  if (option >= kOptionTexts.size()) return;
+  const TOptionText& entry = kOptionTexts[option];
+  if (prefs.AccessibilitySpoken == 1) {
+    text += entry.spoken;
+    return;
+  }
+  text += entry.prefix;
+  if (entry.sign == TSign::Flat) text += FlatAsUTF8OrNot(prefs);
+  if (entry.sign == TSign::Sharp) text += SharpAsUTF8OrNot(prefs);
+  text += entry.rest;
+}
+
 CChordHeavy::COptionsMap CChordHeavy::OptionsMap(const CChordNamePrefs& prefs) const {
-  COptionsMap map;
-  const CIntvlSet& intvls = IntvlSet();
-  const TBasicChord b = BasicChordForNaming();
-  const std::uint64_t tones = Semitones().Word();
-  const auto H = [this](int intvl) { return HasIntvlInAnyOctave(intvl); };
+  return chords_detail::OptionsMapFor(*this, BasicChordForNaming(), prefs);
+}
+
+CChordHeavy::COptionsMap chords_detail::OptionsMapFor(const CChordHeavy& chord, TBasicChord b,
+                                                      const CChordNamePrefs& prefs) {
+  using C = CChordHeavy;
+  C::COptionsMap map;
+  const CIntvlSet& intvls = chord.IntvlSet();
+  const std::uint64_t tones = chord.Semitones().Word();
+  const std::uint32_t anyOctave = chords_detail::TonesInAnyOctave(intvls);
+  const auto H = [anyOctave](int intvl) { return ((anyOctave >> intvl) & 1u) != 0; };
   const auto isBasic = [b](std::initializer_list<TBasicChord> basics) {
     for (TBasicChord basic : basics) {
       if (b == basic) return true;
@@ -92,62 +108,63 @@ CChordHeavy::COptionsMap CChordHeavy::OptionsMap(const CChordNamePrefs& prefs) c
     return false;
   };
   // The bass-only tone of a wide chord is told by the slash, not as an option.
-  const bool hideBass = prefs.HideBassIntvlInWideChords == 1 && BassNoteHasIntvlAlone() &&
-                        !IsNarrowChord() && !IsUndef();
-  const int bassIntvl = hideBass ? FloorMod12(BassNote().KeyNr() - _RootNote.KeyNr()) : -1;
+  const bool hideBass = prefs.HideBassIntvlInWideChords == 1 && chord.BassNoteHasIntvlAlone() &&
+                        !chord.IsNarrowChord() && !chord.IsUndef();
+  const int bassIntvl =
+      hideBass ? FloorMod12(chord.BassNote().KeyNr() - chord.RootNote().KeyNr()) : -1;
   for (int intvl : intvls) {
     if (hideBass && intvl == bassIntvl) continue;
     switch (FloorMod12(intvl)) {
       case 1:
-        map.Set(kKeyFlat9, (tones & ~kAddFlat9Tones) != 0 ? kOption_b9 : kOption_add_b9);
+        map.Set(kKeyFlat9, (tones & ~kAddFlat9Tones) != 0 ? C::kOption_b9 : C::kOption_add_b9);
         break;
       case 2:
         if (b == kBasicChordSus2) break;
-        map.Set(kKey9, (tones & ~kAdd9Tones) != 0 ? kOption_9 : kOption_add_9);
+        map.Set(kKey9, (tones & ~kAdd9Tones) != 0 ? C::kOption_9 : C::kOption_add_9);
         break;
       case 3:
         if (H(4)) {
-          map.Set(kKeySharp9, kOption_sharp9);
+          map.Set(kKeySharp9, C::kOption_sharp9);
         } else if (!isBasic({kBasicChordMinor, kBasicChordDim})) {
-          map.Set(kKeyFlat3, kOption_b3);
+          map.Set(kKeyFlat3, C::kOption_b3);
         }
         break;
       case 4:
         if (!isBasic({kBasicChordMajor, kBasicChordAug, kBasicChordMajorFlat5})) {
-          map.Set(kKey3, kOption_3);
+          map.Set(kKey3, C::kOption_3);
         }
         break;
       case 5:
         if (b == kBasicChordSus4) break;
-        map.Set(kKey11, (tones & ~kAdd11Tones) != 0 ? kOption_11 : kOption_add_11);
+        map.Set(kKey11, (tones & ~kAdd11Tones) != 0 ? C::kOption_11 : C::kOption_add_11);
         break;
       case 6:
         if (isBasic({kBasicChordDim, kBasicChordMajorFlat5})) break;
         if (H(7) || H(8)) {
-          map.Set(kKeySharp11, kOption_sharp11);
+          map.Set(kKeySharp11, C::kOption_sharp11);
         } else {
-          map.Set(kKeyAlteredFifth, kOption_b5);
+          map.Set(kKeyAlteredFifth, C::kOption_b5);
         }
         break;
       case 7:
         if (isBasic({kBasicChordDim, kBasicChordAug, kBasicChordMajorFlat5, kBasicChordNone})) {
-          map.Set(kKey5, kOption_5);
+          map.Set(kKey5, C::kOption_5);
         }
         break;
       case 8:
         if (b == kBasicChordAug) break;
-        map.Set(H(7) ? kKeyFlat13 : kKeyAlteredFifth, H(7) ? kOption_b13 : kOption_sharp5);
+        map.Set(H(7) ? kKeyFlat13 : kKeyAlteredFifth, H(7) ? C::kOption_b13 : C::kOption_sharp5);
         break;
       case 9:
         if (!H(8) && (H(10) || H(11))) {
-          map.Set(kKey13, kOption_13);
+          map.Set(kKey13, C::kOption_13);
         } else {
-          map.Set(kKey6, b == kBasicChordDim ? kOption_7 : kOption_6);  // dim 7 is a sixth
+          map.Set(kKey6, b == kBasicChordDim ? C::kOption_7 : C::kOption_6);  // dim 7 is a sixth
         }
         break;
       case 10:
-        if (b == kBasicChordDim) map.Set(kKeyAlteredFifth, kOption_b5);
-        map.Set(kKey7, kOption_7);
+        if (b == kBasicChordDim) map.Set(kKeyAlteredFifth, C::kOption_b5);
+        map.Set(kKey7, C::kOption_7);
         break;
       case 11:
         map.Set(kKeyMaj7, MajorSeventhOption(prefs));

@@ -1,0 +1,80 @@
+// The tool's strict readers and its JSON writer on arbitrary bytes: a reader either refuses
+// the text with InputError or reads exactly what the library's forgiving reading gives, and
+// any text written as a JSON string reads back strictly as the same text, or as the text with
+// its bytes that are no UTF-8 replaced.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "../tools/harmony/Command.h"
+#include "platform/JsonReader.h"
+
+namespace {
+
+using namespace harmony;
+
+void Check(bool condition) {
+  if (!condition) std::abort();
+}
+
+template <class Read>
+bool Accepted(Read read) {
+  try {
+    read();
+    return true;
+  } catch (const tool::InputError&) {
+    return false;
+  }
+}
+
+void CheckChordSymbol(const std::string& text) {
+  CChordLite strict;
+  tool::SetLenient(false);
+  if (!Accepted([&] { strict = tool::ReadChordSymbol(text); })) return;
+  tool::SetLenient(true);
+  Check(tool::ReadChordSymbol(text) == strict);
+  // Only the no-chord words are accepted without a root.
+  std::string lowered;
+  for (const char c : text) lowered += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  Check(strict.RootKeyEnh.KeyNr != kKeyNrUndef || lowered.find("nochord") != std::string::npos ||
+        lowered.find("undef") != std::string::npos || lowered.find('-') != std::string::npos);
+}
+
+void CheckNoteAndNumbers(const std::string& text) {
+  for (const bool lenient : {false, true}) {
+    tool::SetLenient(lenient);
+    CNote note;
+    if (Accepted([&] { note = tool::ReadNote(text); })) {
+      Check(note.NoteNr() >= 0 && note.NoteNr() <= 127);
+    }
+    long long value = 0;
+    if (Accepted([&] { value = tool::ReadInteger(text, -12, 4095, "number"); })) {
+      Check(value >= -12 && value <= 4095);
+    }
+    Accepted([&] { tool::ReadKeyName(text); });
+    Accepted([&] { tool::ReadScaleName(text); });
+    Accepted([&] { tool::ReadSignKey(text); });
+    Accepted(
+        [&] { tool::CheckChordList(text, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs()); });
+  }
+}
+
+void CheckJson(const std::string& text) {
+  const std::string quoted = tool::JsonQuoted(text);
+  Check(tool::IsUtf8(quoted));
+  const auto parsed = platform::ParseJson("[" + quoted + "]");
+  Check(parsed.has_value());
+  if (tool::IsUtf8(text)) Check((*parsed)[0].get<std::string>() == text);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  CheckChordSymbol(text);
+  CheckNoteAndNumbers(text);
+  CheckJson(text);
+  return 0;
+}

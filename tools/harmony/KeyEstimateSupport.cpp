@@ -1,9 +1,8 @@
 #include "KeyEstimateSupport.h"
 
-#include "Command.h"
-
 #include <utility>
 
+#include "Command.h"
 #include "HarteChordList.h"
 #include "MusicXmlInput.h"
 #include "harmony/analysis/ChordStringParser.h"

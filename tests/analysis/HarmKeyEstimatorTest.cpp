@@ -155,7 +155,12 @@ TEST_F(KeyOfCommand, PrintsTheBestKeysAndSections) {
   EXPECT_TRUE(Contains(json.output, "{\"key\":\"Bb Major\",\"ranking\":[{\"key\":\"Bb Major\""))
       << json.output;
 
-  const auto none = RunTool("key-of 'N.C.'");
+  // Read strictly, "N.C." is no chord symbol; read as the library does, it is a chord without
+  // root, from which no key follows.
+  const auto strict = RunTool("key-of 'N.C.'");
+  EXPECT_EQ(strict.status, 1);
+  EXPECT_TRUE(Contains(strict.output, "is not a chord symbol")) << strict.output;
+  const auto none = RunTool("key-of --lenient 'N.C.'");
   EXPECT_EQ(none.status, 1);
   EXPECT_TRUE(Contains(none.output, "no chord with a root")) << none.output;
   EXPECT_EQ(RunTool("key-of").status, 2);

@@ -41,14 +41,24 @@ harmony::GChPackageContents Members(const uint8_t* data, size_t size) {
   return members;
 }
 
-const fs::path& Folder() {
-  static const fs::path folder = [] {
+// A folder in memory where there is one, removed when the run ends.
+class Folder {
+ public:
+  Folder() {
     char name[] = "/dev/shm/harmony-fuzz-package-XXXXXX";
-    if (::mkdtemp(name) == nullptr) std::strcpy(name, "/tmp/harmony-fuzz-package");
-    return fs::path(name);
-  }();
-  return folder;
-}
+    char fallback[] = "/tmp/harmony-fuzz-package-XXXXXX";
+    const char* made = ::mkdtemp(name);
+    mPath = made != nullptr ? made : ::mkdtemp(fallback);
+  }
+  ~Folder() {
+    std::error_code ec;
+    fs::remove_all(mPath, ec);
+  }
+  const fs::path& path() const { return mPath; }
+
+ private:
+  fs::path mPath;
+};
 
 std::vector<uint8_t> FileBytes(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
@@ -59,7 +69,8 @@ std::vector<uint8_t> FileBytes(const fs::path& path) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto members = Members(data, size);
-  const fs::path package = Folder() / "GuitarChords.gchdb";
+  static const Folder folder;
+  const fs::path package = folder.path() / "GuitarChords.gchdb";
   std::error_code ec;
   fs::remove_all(package, ec);
   fs::create_directories(package, ec);

@@ -34,7 +34,7 @@ void CheckWritable(const GChLibrary& library) {
   if (library.isReadInPart()) {
     throw InputError("library '" + library.libraryName() + "' was read only in part from " +
                      library.libraryPath() + "; it is not changed until the file is repaired " +
-                     "(grids --lenient export saves what was read)");
+                     "('harmony grids --lenient export FILE' saves what was read)");
   }
 }
 

@@ -66,6 +66,12 @@ struct TLeadSheetChordRead {
   TLeadSheetSymbolKind Kind = TLeadSheetSymbolKind::kNothing;
   std::uint32_t UnreadOffset = 0;
   std::uint32_t UnreadLength = 0;
+  // Where the root and the bass note stand in the text (offset and length; length 0 without
+  // one), for callers that rewrite them, such as a transposition.
+  std::uint32_t RootOffset = 0;
+  std::uint32_t RootLength = 0;
+  std::uint32_t BassOffset = 0;
+  std::uint32_t BassLength = 0;
 
   bool ReadWhole() const { return UnreadLength == 0 && Kind != TLeadSheetSymbolKind::kNothing; }
   // The unread rest of the text the reader was given.

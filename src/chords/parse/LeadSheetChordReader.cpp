@@ -174,6 +174,8 @@ struct TTones {
 struct TReading {
   TTones tones;
   CKeyEnh bass;
+  std::size_t bassOffset = 0;
+  std::size_t bassEnd = 0;
   std::size_t end = 0;
 };
 
@@ -341,10 +343,11 @@ std::size_t ReadTail(std::string_view text, std::size_t pos, TTones& tones) {
 
 // "/" and a bass note, the reading that leaves nothing behind preferred.
 std::size_t ReadBass(std::string_view text, std::size_t pos, const CChordNamePrefs& prefs,
-                     CKeyEnh& bass) {
+                     CKeyEnh& bass, std::size_t& bassOffset) {
   if (pos >= text.size() || text[pos] != '/') return pos;
   std::array<TNote, 3> notes;
-  const std::size_t count = NoteReadings(text, SkipBlanks(text, pos + 1), prefs, notes);
+  bassOffset = SkipBlanks(text, pos + 1);
+  const std::size_t count = NoteReadings(text, bassOffset, prefs, notes);
   if (count == 0) return pos;
   const TNote* best = &notes[0];
   for (std::size_t i = 0; i < count; ++i) {
@@ -371,7 +374,8 @@ TReading ReadWithQuality(std::string_view text, std::size_t pos, const TQuality&
   if (quality.takesMajorSeventh) ReadMajorSeventh(text, pos, tones);
   ReadNumber(text, pos, quality.numbers, quality.text.empty(), tones);
   pos = ReadTail(text, pos, tones);
-  pos = ReadBass(text, pos, prefs, reading.bass);
+  pos = ReadBass(text, pos, prefs, reading.bass, reading.bassOffset);
+  reading.bassEnd = pos;
   reading.end = SkipBlanks(text, pos);
   return reading;
 }
@@ -451,6 +455,12 @@ TLeadSheetChordRead ReadLeadSheetChord(std::string_view text, const CChordNamePr
   }
   read.Chord = CChordLite(roots[bestRoot].key, CSemitones(best.tones.Mask()), best.bass);
   read.Kind = TLeadSheetSymbolKind::kChord;
+  read.RootOffset = static_cast<std::uint32_t>(start);
+  read.RootLength = static_cast<std::uint32_t>(roots[bestRoot].end - start);
+  if (best.bass.KeyNr != kKeyNrUndef) {
+    read.BassOffset = static_cast<std::uint32_t>(best.bassOffset);
+    read.BassLength = static_cast<std::uint32_t>(best.bassEnd - best.bassOffset);
+  }
   SetUnread(text, best.end, read);
   return read;
 }

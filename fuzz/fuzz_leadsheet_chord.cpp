@@ -28,10 +28,14 @@ bool Inside(std::uint32_t offset, std::uint32_t length, std::size_t size) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  harmony::CChordNamePrefs german = harmony::GetCurrentChordNamePrefs();
-  german.BIsBFlat = 1;
-  german.BIsH = 1;
-  const harmony::CChordLite previous(harmony::CKeyEnh(7, harmony::TEnh_n), harmony::CSemitones(1169));
+  static const harmony::CChordNamePrefs german = [] {
+    harmony::CChordNamePrefs prefs = harmony::GetCurrentChordNamePrefs();
+    prefs.BIsBFlat = 1;
+    prefs.BIsH = 1;
+    return prefs;
+  }();
+  const harmony::CChordLite previous(harmony::CKeyEnh(7, harmony::TEnh_n),
+                                     harmony::CSemitones(1169));
   for (const harmony::CChordNamePrefs* prefs : {&harmony::GetCurrentChordNamePrefs(), &german}) {
     const harmony::TLeadSheetChordRead read = harmony::ReadLeadSheetChord(text, *prefs, previous);
     const harmony::CChordLite& chord = read.Chord;
@@ -46,9 +50,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Check(!chord.IsUndef() && chord.Semitones.HasIntvl(0) && read.RootLength > 0);
         Check(chord.HasBassNote() == (read.BassLength > 0));
         break;
-      case harmony::TLeadSheetSymbolKind::kNoChord: Check(chord.IsNoChordForce()); break;
-      case harmony::TLeadSheetSymbolKind::kRepeat: Check(chord == previous); break;
-      case harmony::TLeadSheetSymbolKind::kNothing: Check(chord.IsUndef()); break;
+      case harmony::TLeadSheetSymbolKind::kNoChord:
+        Check(chord.IsNoChordForce());
+        break;
+      case harmony::TLeadSheetSymbolKind::kRepeat:
+        Check(chord == previous);
+        break;
+      case harmony::TLeadSheetSymbolKind::kNothing:
+        Check(chord.IsUndef());
+        break;
     }
     const harmony::TLeadSheetChordRead again = harmony::ReadLeadSheetChord(text, *prefs, previous);
     Check(again.Chord == chord && again.UnreadOffset == read.UnreadOffset);

@@ -152,8 +152,10 @@ const CommandRegistration kChord{
       AddParserOption(cmd);
       options->names.AddTo(cmd);
       cmd->footer(
-          "A symbol with characters the reader does not understand is refused; --lenient\n"
-          "reads it as the library does, stepping over them (C+ is then plain C).");
+          "Symbols are read as lead sheets write them (C-7, C^7, Cø, C+, Es7, Sol7/Si, N.C., %).\n"
+          "A symbol with characters the reader does not understand is refused; --lenient keeps\n"
+          "what was read before them. --parser seed reads with the library's forgiving parser,\n"
+          "which steps over them (C+ is then plain C).");
       cmd->callback([options] {
         TakeStandardInput(*options);
         RunChord(*options);

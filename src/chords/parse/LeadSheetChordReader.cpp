@@ -23,12 +23,15 @@ constexpr std::size_t kNoPos = std::string_view::npos;
 
 char Lower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
 
+// The tables are scanned often; the first byte settles most comparisons.
 bool StartsWith(std::string_view text, std::size_t pos, std::string_view word) {
+  if (word.empty()) return true;
+  if (pos >= text.size() || text[pos] != word[0]) return false;
   return text.substr(pos, word.size()) == word;
 }
 
 bool StartsWithNoCase(std::string_view text, std::size_t pos, std::string_view word) {
-  if (text.size() - pos < word.size()) return false;
+  if (pos > text.size() || text.size() - pos < word.size()) return false;
   for (std::size_t i = 0; i < word.size(); ++i) {
     if (Lower(text[pos + i]) != word[i]) return false;
   }
@@ -452,6 +455,7 @@ TLeadSheetChordRead ReadLeadSheetChord(std::string_view text, const CChordNamePr
       best = reading;
       bestRoot = i;
     }
+    if (best.end >= text.size()) break;  // a later reading wins only by reading further
   }
   read.Chord = CChordLite(roots[bestRoot].key, CSemitones(best.tones.Mask()), best.bass);
   read.Kind = TLeadSheetSymbolKind::kChord;

@@ -1,5 +1,7 @@
 #include "harmony/analysis/ChordStringParser.h"
 
+#include "harmony/chords/LeadSheetChordReader.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -21,11 +23,12 @@ bool IsOneOf(std::string_view token, const std::vector<std::string>& list) {
 
 // Braces and hyphens carry no meaning in a chord list; a hyphen goes even where it would be
 // a minus sign in a symbol (Am-7 reads as Am7).
-std::string WithoutBracesAndHyphens(const std::string& text) {
+// A symbol reader of the parse keeps the hyphens, which it reads as minus signs (C-7).
+std::string WithoutBracesAndHyphens(const std::string& text, bool keepHyphens) {
   std::string copy;
   copy.reserve(text.size());
   std::copy_if(text.begin(), text.end(), std::back_inserter(copy),
-               [](char c) { return c != '{' && c != '}' && c != '-'; });
+               [keepHyphens](char c) { return c != '{' && c != '}' && (c != '-' || keepHyphens); });
   return copy;
 }
 
@@ -232,6 +235,12 @@ CHarmAnlsChords ParseStringIntoHarmAnlsChords::ParseIntoChords(const std::string
       position = NextBarLine(position, parse.BarLength);
     } else if (IsOneOf(token, parse.BeatTokens)) {
       position += parse.BeatLength;
+    } else if (parse.SymbolReader != nullptr) {
+      if (token == "-") return;  // as if dropped, like every hyphen without a reader
+      CChordLite previous;
+      if (!chords.empty()) previous = chords.back();
+      chords.emplace_back(parse.SymbolReader(token, previous, parse), position);
+      position += parse.BeatLength;
     } else {
       CChordLite chord;
       symbol.assign(token);
@@ -240,7 +249,7 @@ CHarmAnlsChords ParseStringIntoHarmAnlsChords::ParseIntoChords(const std::string
       position += parse.BeatLength;
     }
   };
-  const std::string copy = WithoutBracesAndHyphens(text);
+  const std::string copy = WithoutBracesAndHyphens(text, parse.SymbolReader != nullptr);
   // Every chord stands in a token of its own, and tokens are parted by at least one
   // character: room for all chords at once, so that a long piece isn't copied while the list
   // grows. Room that no chord takes is never touched.
@@ -251,6 +260,24 @@ CHarmAnlsChords ParseStringIntoHarmAnlsChords::ParseIntoChords(const std::string
   // The end of the piece, told by an undefined chord; only a list with chords has one.
   if (!chords.empty()) chords.emplace_back(CChordLite(), position);
   return chords;
+}
+
+CChordLite ParseStringIntoHarmAnlsChords::ReadLeadSheetToken(std::string_view token,
+                                                             const CChordLite& previous,
+                                                             const TChordStringParse& parse) {
+  const TLeadSheetChordRead read = ReadLeadSheetChord(token, parse.NamePrefs, previous);
+  CChordLite chord = read.Chord;
+  if (read.Kind == TLeadSheetSymbolKind::kNothing) {
+    SetFromString(std::string(token), chord, parse.ChordPrefs, parse.NamePrefs);
+    return chord;
+  }
+  const auto simplify = CChordSetFromStringHelper::SimplifyBassNoteHook();
+  if (read.Kind == TLeadSheetSymbolKind::kChord && parse.ChordPrefs.SimplifiesBassNote() &&
+      simplify != nullptr) {
+    const auto [simplified, result] = simplify(chord, CHarmCenterLite(), CSignKeyLite());
+    if (simplified) chord = result;
+  }
+  return chord;
 }
 
 CHarmAnlsChords::CHarmAnlsChords(const std::string& text, const TChordStringParse& parse)

@@ -41,7 +41,11 @@ TEST_F(EverydayTasks, TransposeAChordListWithTheNewKeysSpellings) {
   EXPECT_TRUE(Contains(RunTool("transpose --by -1 'F#m7 B7 | Emaj7'").output,
                        "E Major to E♭ Major, 1 semitone down\nFm7 Bb7 | Ebmaj7\n"));
   EXPECT_TRUE(Contains(RunTool("transpose --by 6 'C F G7 C'").output, "\nGb Cb Db7 Gb\n"));
-  EXPECT_EQ(RunTool("transpose --to F 'Dm7 G7 Cmaj7 G7+'").status, 1);
+  // The forgiving parser would read G7+ as G7 and is refused; lead sheets mean G7 sharp five.
+  EXPECT_EQ(RunTool("transpose --parser seed --to F 'Dm7 G7 Cmaj7 G7+'").status, 1);
+  EXPECT_TRUE(
+      Contains(RunTool("transpose --to F 'Dm7 G7 Cmaj7 G7+'").output, "\nGm7 C7 Fmaj7 C7+\n"));
+  EXPECT_EQ(RunTool("transpose --to F 'Dm7 G7 Cmaj7 G7?'").status, 1);
   EXPECT_EQ(RunTool("transpose --to F --by 3 C").status, 2);
 }
 

@@ -42,9 +42,12 @@ TEST_F(ToolRule, TextThatIsNotReadWholeIsRefusedUnlessLenient) {
   EXPECT_EQ(lenient.status, 0) << lenient.output;
   EXPECT_TRUE(Contains(lenient.output, "name       G\n")) << lenient.output;
 
-  // C+ would silently be plain C; the separators of tensions are read.
-  EXPECT_EQ(RunTool("chord C+").status, 1);
-  EXPECT_EQ(RunTool("chord Cma").status, 1);  // "a" stepped over: a minor triad otherwise
+  // To the forgiving parser C+ would silently be plain C; the separators of tensions are read.
+  EXPECT_EQ(RunTool("chord --parser seed C+").status, 1);
+  EXPECT_EQ(RunTool("--parser seed chord Cma").status, 1);  // "a" stepped over: a minor triad
+  // The lead-sheet reader means what lead sheets mean by them.
+  EXPECT_TRUE(Contains(RunTool("chord C+ Cma").output, "name       Caug\n  root       C (0)\n"));
+  EXPECT_TRUE(Contains(RunTool("chord Cma").output, "mask       145  "));
   EXPECT_EQ(RunTool("rename 'C7(b9,#11)' F#m7b5/C# 'F 6 add9' C6/9 Bbmaj7 nochord Ebm7/Db").status,
             0);
   EXPECT_EQ(RunTool("rename C/X").status, 1);

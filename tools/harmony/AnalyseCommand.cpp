@@ -251,6 +251,7 @@ const CommandRegistration kRegistration{
           "suggest (see key-of)");
       AddJsonOption(cmd, options->json, true);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       cmd->add_flag("--repeats", options->repeats,
                     "Also list the passages that come again (in bars of four quarter notes)");

@@ -43,7 +43,7 @@ void AnalyseChords(CHarmonicAnalyse& analyse, TChordsFile chords,
   if (chords.musicXml) {
     AnalyseMusicXml(analyse, std::move(*chords.musicXml), givenKeys, method);
   } else {
-    const TChordStringParse parse;
+    const TChordStringParse parse = ChordListParse();
     CheckChordList(chords.chordList, parse.ChordPrefs, parse.NamePrefs);
     analyse.AnalyseFromChordString(chords.chordList, givenKeys, method, parse);
   }

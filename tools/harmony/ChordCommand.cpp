@@ -29,7 +29,8 @@ struct ChordOptions {
 std::vector<CChordLite> ReadChords(const ChordOptions& options) {
   std::vector<CChordLite> chords;
   for (const std::string& symbol : options.symbols) {
-    chords.push_back(ReadChordSymbol(symbol, options.names.ParsePrefs(), ReadingPrefs()));
+    const CChordLite* previous = chords.empty() ? nullptr : &chords.back();
+    chords.push_back(ReadChordSymbol(symbol, options.names.ParsePrefs(), ReadingPrefs(), previous));
   }
   return chords;
 }
@@ -78,7 +79,8 @@ Json ChordDetailsJson(const std::string& symbol, const CChordLite& chord,
       .Add("symbol", symbol)
       .Add("chord", ChordJson(chord, prefs))
       .Add("intervals", std::move(intervals))
-      .Add("notes", std::move(notes));
+      .Add("notes", std::move(notes))
+      .Add("reader", SymbolReaderName());
 }
 
 std::string IntervalsText(const CChordHeavy& heavy) {
@@ -97,7 +99,8 @@ void PrintChord(const std::string& symbol, const CChordLite& chord, const CChord
             << "  mask       " << chord.Semitones.Word() << "  " << chord.Semitones.GenericName()
             << '\n'
             << "  intervals  " << IntervalsText(heavy) << '\n'
-            << "  notes      " << NotesText(heavy, prefs) << '\n';
+            << "  notes      " << NotesText(heavy, prefs) << '\n'
+            << "  reader     " << SymbolReaderName() << '\n';
 }
 
 void RunChord(const ChordOptions& options) {
@@ -146,10 +149,13 @@ const CommandRegistration kChord{
           ->required();
       AddJsonOption(cmd, options->json, true);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       options->names.AddTo(cmd);
       cmd->footer(
-          "A symbol with characters the reader does not understand is refused; --lenient\n"
-          "reads it as the library does, stepping over them (C+ is then plain C).");
+          "Symbols are read as lead sheets write them (C-7, C^7, Cø, C+, Es7, Sol7/Si, N.C., %).\n"
+          "A symbol with characters the reader does not understand is refused; --lenient keeps\n"
+          "what was read before them. --parser seed reads with the library's forgiving parser,\n"
+          "which steps over them (C+ is then plain C).");
       cmd->callback([options] {
         TakeStandardInput(*options);
         RunChord(*options);
@@ -165,6 +171,7 @@ const CommandRegistration kRename{
           ->required();
       AddJsonOption(cmd, options->json, false);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       options->names.AddTo(cmd);
       cmd->callback([options] {
         TakeStandardInput(*options);

@@ -38,6 +38,7 @@
 #include <CLI/CLI.hpp>
 
 #include "JsonOut.h"
+#include "harmony/analysis/ChordStringParser.h"
 #include "harmony/chords/ChordLite.h"
 #include "harmony/chords/ChordSymbolParser.h"
 #include "harmony/chords/ScaleHeavy.h"
@@ -69,18 +70,33 @@ bool Lenient();
 // For tests of the readers and for commands that read in both ways.
 void SetLenient(bool lenient);
 
+// --parser leadsheet|seed: which reader reads chord symbols. The lead-sheet reader
+// (harmony/chords/LeadSheetChordReader.h) is the default; `seed` selects the library's
+// forgiving parser (harmony/chords/ChordSymbolParser.h), to see exactly what it does. Offered
+// by every command that takes chords, and before the command for all of them.
+enum class TSymbolReader { kLeadSheet, kSeed };
+void AddParserOption(CLI::App* cmd);
+TSymbolReader SymbolReader();
+void SetSymbolReader(TSymbolReader reader);
+// "lead-sheet" or "seed", as the chord command shows it.
+const char* SymbolReaderName();
+// The chord-list parse with the symbol reader in use.
+TChordStringParse ChordListParse();
+
 enum class JsonMode { kNone, kStrict, kNative };
 // --json (strict) and, with `native`, --json=native (the library's own form).
 void AddJsonOption(CLI::App* cmd, JsonMode& mode, bool native);
 
 // --- Readers: strict unless --lenient; InputError for what cannot be read.
 
-// A chord symbol ("C#m7b5/G#", "Bbmaj7", "F 6 add9", "nochord"). Parentheses, commas and
-// blanks between the parts are read as separators; any other character the library steps
-// over is refused.
+// A chord symbol ("C#m7b5/G#", "Bbmaj7", "F 6 add9", "nochord"), read by the reader in use.
+// With the seed parser parentheses, commas and blanks between the parts are read as separators
+// and any other character the library steps over is refused; the lead-sheet reader refuses
+// the rest it does not read, telling where it starts. "%" is `previous`, refused without one.
 CChordLite ReadChordSymbol(const std::string& text,
                            const ChordSetFromStringPrefs& prefs = ChordSetFromStringPrefs(),
-                           const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs());
+                           const CChordNamePrefs& namePrefs = GetCurrentChordNamePrefs(),
+                           const CChordLite* previous = nullptr);
 // Every chord symbol of a chord list ("Dm7 . G7 . | C"), as the chord-list reader cuts it.
 void CheckChordList(const std::string& text, const ChordSetFromStringPrefs& prefs,
                     const CChordNamePrefs& namePrefs);

@@ -2,6 +2,7 @@
 // input (see the rule in Command.h). Each reader first lets the library read the text as it
 // always does, then checks that nothing was stepped over.
 
+#include <cctype>
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
@@ -11,6 +12,7 @@
 
 #include "Command.h"
 #include "harmony/analysis/ChordStringParser.h"
+#include "harmony/chords/LeadSheetChordReader.h"
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/SetFromStringHelper.h"
@@ -20,6 +22,7 @@ namespace harmony::tool {
 namespace {
 
 bool gLenient = false;
+TSymbolReader gSymbolReader = TSymbolReader::kLeadSheet;
 
 const char* const kLenientHint = " (--lenient reads it as the library does)";
 
@@ -155,8 +158,69 @@ void AddJsonOption(CLI::App* cmd, JsonMode& mode, bool native) {
   });
 }
 
+void AddParserOption(CLI::App* cmd) {
+  cmd->add_option_function<std::string>(
+         "--parser",
+         [](const std::string& name) {
+           SetSymbolReader(name == "seed" ? TSymbolReader::kSeed : TSymbolReader::kLeadSheet);
+         },
+         "The chord-symbol reader: leadsheet (the default, the notation of lead sheets) or seed "
+         "(the library's forgiving parser)")
+      ->check(CLI::IsMember({"leadsheet", "seed"}));
+}
+
+TSymbolReader SymbolReader() { return gSymbolReader; }
+void SetSymbolReader(TSymbolReader reader) { gSymbolReader = reader; }
+const char* SymbolReaderName() {
+  return gSymbolReader == TSymbolReader::kSeed ? "seed" : "lead-sheet";
+}
+
+TChordStringParse ChordListParse() {
+  TChordStringParse parse;
+  if (gSymbolReader == TSymbolReader::kLeadSheet) {
+    parse.SymbolReader = &ParseStringIntoHarmAnlsChords::ReadLeadSheetToken;
+  }
+  return parse;
+}
+
+namespace {
+
+// The lead-sheet reader's reading of a symbol, with the tool's rule: the unread rest is
+// refused unless --lenient.
+CChordLite ReadLeadSheetSymbol(const std::string& text, const ChordSetFromStringPrefs& prefs,
+                               const CChordNamePrefs& namePrefs, const CChordLite* previous) {
+  const TLeadSheetChordRead read =
+      ReadLeadSheetChord(text, namePrefs, previous != nullptr ? *previous : CChordLite());
+  if (Trimmed(text).empty()) throw InputError("an empty chord symbol");
+  if (read.Kind == TLeadSheetSymbolKind::kRepeat && previous == nullptr) {
+    throw InputError(Quoted(text) + ": \"%\" repeats the previous chord, and there is none");
+  }
+  if (read.Kind == TLeadSheetSymbolKind::kNothing && !gLenient) {
+    throw InputError(Quoted(text) + " is not a chord symbol: it starts with a note name (e.g. " +
+                     "Dm7, Bbmaj7, F#m7b5/C#, Es7, Sol7) or is N.C. or %");
+  }
+  if (!read.ReadWhole() && !gLenient) {
+    throw InputError("chord symbol " + Quoted(text) + ": could not read " +
+                     Quoted(std::string(read.Unread(text))) + " (from byte " +
+                     std::to_string(read.UnreadOffset) + ")" + kLenientHint);
+  }
+  TChordStringParse parse;
+  parse.ChordPrefs = prefs;
+  parse.NamePrefs = namePrefs;
+  return ParseStringIntoHarmAnlsChords::ReadLeadSheetToken(
+      text, previous != nullptr ? *previous : CChordLite(), parse);
+}
+
+}  // namespace
+
 CChordLite ReadChordSymbol(const std::string& text, const ChordSetFromStringPrefs& prefs,
-                           const CChordNamePrefs& namePrefs) {
+                           const CChordNamePrefs& namePrefs, const CChordLite* previous) {
+  std::string folded = text;
+  for (char& c : folded) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  // The library's own words for no chord keep their meaning with either reader.
+  if (gSymbolReader == TSymbolReader::kLeadSheet && !IsNoChordWord(Trimmed(folded))) {
+    return ReadLeadSheetSymbol(text, prefs, namePrefs, previous);
+  }
   CChordLite chord;
   CChordSetFromStringHelper helper;
   helper.SetFromString(text, chord, prefs, namePrefs);
@@ -187,8 +251,10 @@ void CheckChordList(const std::string& text, const ChordSetFromStringPrefs& pref
   std::istringstream words(text);
   std::vector<std::string> tokens{std::istream_iterator<std::string>(words),
                                   std::istream_iterator<std::string>()};
+  // The lead-sheet reader is handed the hyphens (C-7); the seed parser's list drops them.
+  const char* const dropped = gSymbolReader == TSymbolReader::kSeed ? "{}-" : "{}";
   for (std::string& token : tokens) {
-    if (token.find_first_of("{}-") == std::string::npos) continue;
+    if (token.find_first_of(dropped) == std::string::npos && token != "-") continue;
     if (token == "-") {
       throw InputError(
           "the chord list reader drops \"-\": write \".\" for a beat without a new "
@@ -199,9 +265,12 @@ void CheckChordList(const std::string& text, const ChordSetFromStringPrefs& pref
                      ": write the symbol without them (Cm7, not C-7)" + kLenientHint);
   }
   ParseStringIntoHarmAnlsChords::_CorrectTokenizationOf(tokens);
+  CChordLite previous;
+  bool first = true;
   for (const std::string& token : tokens) {
     if (token.empty() || token == "|" || token == ".") continue;
-    ReadChordSymbol(token, prefs, namePrefs);
+    previous = ReadChordSymbol(token, prefs, namePrefs, first ? nullptr : &previous);
+    first = false;
   }
 }
 

@@ -223,6 +223,7 @@ const CommandRegistration kRegistration{
                       "Replace the chord's tones by this mask (0..4095, bit n = n semitones up)");
       AddJsonOption(cmd, options->json, false);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       options->names.AddTo(cmd);
       cmd->footer(
           "Types: 1 major, 2 minor, 3 augmented, 4 diminished, 5 sus4, 6 sus2, 7 power, 8 other.\n"

@@ -182,6 +182,7 @@ const CommandRegistration kRegistration{
       grids->add_option("--db", options->db,
                         "User package (default: $HARMONY_GUITAR_DB, else the user data folder)");
       AddLenientFlag(grids);
+      AddParserOption(grids);
       AddJsonOption(grids, options->json, false);
       grids->footer(
           "Factory grids keep the ids of their order; your own grids have ids of 100000 and\n"

@@ -14,7 +14,7 @@ CHarmAnlsChords ChordsForKeyEstimate(const std::string& text, const std::string&
   if (path.empty()) {
     const std::string list = WithStandardInput(text);
     CheckChordList(list, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
-    return CHarmAnlsChords(list, TChordStringParse());
+    return CHarmAnlsChords(list, ChordListParse());
   }
   TChordsFile file = ReadChordsFile(path);
   if (file.musicXml) {
@@ -23,10 +23,10 @@ CHarmAnlsChords ChordsForKeyEstimate(const std::string& text, const std::string&
     return analyse.InputChords();
   }
   if (LooksLikeHarteAnnotation(file.chordList)) {
-    return CHarmAnlsChords(HarteAnnotationToChordList(file.chordList), TChordStringParse());
+    return CHarmAnlsChords(HarteAnnotationToChordList(file.chordList), ChordListParse());
   }
   CheckChordList(file.chordList, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
-  return CHarmAnlsChords(file.chordList, TChordStringParse());
+  return CHarmAnlsChords(file.chordList, ChordListParse());
 }
 
 void ReanalyseFromEstimatedKey(CHarmonicAnalyse& analyse, CHarmonicAnalyse::TAnalyse method) {

@@ -99,6 +99,7 @@ const CommandRegistration kRegistration{
       cmd->add_flag("--json", options->json, "Print the keys as JSON");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       cmd->footer(
           "Scores weigh the chord tones against the Krumhansl-Kessler key profiles, the\n"
           "chords as degrees of each key, cadences into its tonic and the first chord; higher\n"

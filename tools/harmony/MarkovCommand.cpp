@@ -505,6 +505,7 @@ const CommandRegistration kRegistration{
       generate->add_option("--midi", options->midi,
                            "Also write the progression, voiced, as a standard MIDI file");
       AddLenientFlag(generate);
+      AddParserOption(generate);
       generate->callback([options] { RunGenerate(*options); });
 
       CLI::App* fill = markov->add_subcommand(
@@ -521,6 +522,7 @@ const CommandRegistration kRegistration{
       fill->add_flag("--json", options->json, "Print the result as JSON");
       fill->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       AddLenientFlag(fill);
+      AddParserOption(fill);
       fill->callback([options] {
         RequireTextOrFile(*options);
         RunFill(*options);
@@ -533,6 +535,7 @@ const CommandRegistration kRegistration{
       rate->add_flag("--json", options->json, "Print the result as JSON");
       rate->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       AddLenientFlag(rate);
+      AddParserOption(rate);
       rate->callback([options] {
         RequireTextOrFile(*options);
         RunRate(*options);

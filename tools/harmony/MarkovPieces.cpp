@@ -214,7 +214,7 @@ TAnalysedPiece AnalysePiece(const TMarkovPiece& piece, CHarmonicAnalyse::TAnalys
 }
 
 TAnalysedPiece AnalyseChordList(const std::string& text, CHarmonicAnalyse::TAnalyse method) {
-  return AnalyseChords(ParseStringIntoHarmAnlsChords::ParseIntoChords(text, TChordStringParse()),
+  return AnalyseChords(ParseStringIntoHarmAnlsChords::ParseIntoChords(text, ChordListParse()),
                        method);
 }
 

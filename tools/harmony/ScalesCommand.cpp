@@ -24,6 +24,7 @@
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmCenterOfInputChords.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
+#include "harmony/chords/LeadSheetChordReader.h"
 #include "harmony/chords/ScaleHeavy.h"
 #include "harmony/scalealternatives/ScaleSuggestions.h"
 
@@ -53,14 +54,21 @@ bool IsOneOf(const std::string& token, const std::vector<std::string>& list) {
 std::vector<std::string> UnreadableSymbols(const std::string& text,
                                            const TChordStringParse& parse) {
   std::string plain = text;
-  std::erase_if(plain, [](char c) { return c == '{' || c == '}' || c == '-'; });
+  const bool hyphens = parse.SymbolReader != nullptr;  // the lead-sheet reader reads them
+  std::erase_if(plain,
+                [hyphens](char c) { return c == '{' || c == '}' || (c == '-' && !hyphens); });
   std::vector<std::string> tokens(
       std::sregex_token_iterator(plain.begin(), plain.end(), parse.Tokenizer, -1),
       std::sregex_token_iterator());
   ParseStringIntoHarmAnlsChords::_CorrectTokenizationOf(tokens);
   std::vector<std::string> unreadable;
   for (const std::string& token : tokens) {
-    if (token.empty() || IsOneOf(token, parse.BarTokens) || IsOneOf(token, parse.BeatTokens)) {
+    if (token.empty() || token == "-" || IsOneOf(token, parse.BarTokens) ||
+        IsOneOf(token, parse.BeatTokens)) {
+      continue;
+    }
+    if (parse.SymbolReader != nullptr &&
+        ReadLeadSheetChord(token, parse.NamePrefs).Kind != TLeadSheetSymbolKind::kNothing) {
       continue;
     }
     CChordSetFromStringHelper helper;
@@ -166,7 +174,7 @@ void RunScales(const ScalesOptions& options) {
   TChordsFile chords = ReadChordsArguments(options.text, options.file);
   // A token without a root gives no chord to suggest scales for, even read leniently; all
   // of them are told at once.
-  if (!chords.musicXml) CheckSymbols(chords.chordList, TChordStringParse());
+  if (!chords.musicXml) CheckSymbols(chords.chordList, ChordListParse());
   CHarmonicAnalyse analyse;
   AnalyseChords(analyse, std::move(chords), givenKeys, AnalyseMethodFromName(options.method));
   std::vector<TChordSuggestions> entries =
@@ -193,6 +201,7 @@ const CommandRegistration kRegistration{
       cmd->add_option("--key", options->key, "Sign key of the piece, e.g. G, Em, \"Bb minor\"");
       AddJsonOption(cmd, options->json, false);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       cmd->add_flag("--debug", options->debug,
                     "Show how the fallback ranked its scales (size class, similarity)");
       cmd->add_flag("--blues", options->blues,
@@ -220,7 +229,7 @@ std::vector<TChordSuggestions> SuggestScalesForChordList(const std::string& text
                                                          const TScaleSuggestionOptions& options,
                                                          std::optional<int> at) {
   CHarmonicAnalyse analyse;
-  analyse.AnalyseFromChordString(text, signKeys, method, TChordStringParse());
+  analyse.AnalyseFromChordString(text, signKeys, method, ChordListParse());
   return SuggestScalesForAnalysis(analyse, options, at);
 }
 

@@ -16,6 +16,7 @@
 #include "SpellingSupport.h"
 #include "harmony/analysis/ChordStringParser.h"
 #include "harmony/analysis/HarmonicAnalyse.h"
+#include "harmony/chords/LeadSheetChordReader.h"
 
 namespace harmony::tool {
 
@@ -63,7 +64,7 @@ int Mod(int value, int modulus) { return ((value % modulus) + modulus) % modulus
 CSignKeyLite KeyOfList(const std::string& text) {
   CHarmonicAnalyse analyse;
   analyse.AnalyseFromChordString(text, {}, CHarmonicAnalyse::kAnalyseTonicProgressions,
-                                 TChordStringParse());
+                                 ChordListParse());
   for (const CHarmAnlsSignKey& signKey : analyse.HarmSignKeys()) {
     if (!signKey.SignKey.IsUndef()) return signKey.SignKey;
   }
@@ -126,6 +127,16 @@ std::string MovedSymbol(const std::string& symbol, const TMove& move) {
     const CKeyEnh moved = Moved(key, move);
     return KeyNrAndEnhToName(moved.KeyNr, moved.Enh, names);
   };
+  if (SymbolReader() == TSymbolReader::kLeadSheet) {
+    // The reader tells where root and bass stand, whatever their spelling (Es7/B, Sol7).
+    const TLeadSheetChordRead read = ReadLeadSheetChord(symbol);
+    if (read.Kind != TLeadSheetSymbolKind::kChord) return symbol;
+    std::string moved = symbol;
+    if (read.BassLength > 0) {
+      moved.replace(read.BassOffset, read.BassLength, name(read.Chord.BassKeyEnh));
+    }
+    return moved.replace(read.RootOffset, read.RootLength, name(read.Chord.RootKeyEnh));
+  }
   const CChordLite chord(symbol, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
   if (chord.RootKeyEnh.KeyNr == kKeyNrUndef) return symbol;
   int consumed = 0;
@@ -160,7 +171,9 @@ TMovedList MovedList(const std::string& text, const TMove& move) {
     const std::string moved = chord ? MovedSymbol(word, move) : word;
     result.text += moved;
     if (chord) {
-      const CChordLite read(moved, ChordSetFromStringPrefs(), GetCurrentChordNamePrefs());
+      const CChordLite read = SymbolReader() == TSymbolReader::kLeadSheet
+                                  ? ReadLeadSheetChord(moved).Chord
+                                  : CChordLite(moved, {}, GetCurrentChordNamePrefs());
       result.chords.Push(Json::Object()
                              .Add("symbol", word)
                              .Add("transposed", moved)
@@ -221,6 +234,7 @@ const CommandRegistration kRegistration{
           cmd->add_option("--by", options->by, "Move the chord list by these semitones, e.g. 3");
       to->excludes(by);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       AddJsonOption(cmd, options->json, false);
       cmd->footer(
           "Negative intervals are accepted as they stand: harmony transpose C -2\n"

@@ -197,6 +197,7 @@ const CommandRegistration kRegistration{
       cmd->add_flag("--drop-bass", options->dropBass, "With --simplify: leave the bass out");
       AddJsonOption(cmd, options->json, true);
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       cmd->add_flag("--keys", options->keys,
                     "With --json=native: the key form (root, bass, mask) instead of the vector");
       cmd->footer(

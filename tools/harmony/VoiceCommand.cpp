@@ -178,6 +178,7 @@ const CommandRegistration kRegistration{
           " and each later one toward the top of the one before");
       cmd->add_flag("--ascii", options->ascii, "Write accidentals as # and b");
       AddLenientFlag(cmd);
+      AddParserOption(cmd);
       AddJsonOption(cmd, options->json, false);
       cmd->add_option("--midi", options->midi,
                       "Write the voicings as a standard MIDI file, one chord after the other");

@@ -27,6 +27,8 @@ constexpr const char* kRule =
     "Every command reads its text strictly: a chord symbol, key, scale, note or number that\n"
     "cannot be read whole is reported on standard error with exit status 1 (wrong usage: 2).\n"
     "--lenient reads text as the library does, stepping over what it does not understand.\n"
+    "Chord symbols are read as lead sheets write them; --parser seed reads them with the\n"
+    "library's forgiving parser instead (before the command, or after it).\n"
     "--json prints strict JSON; --json=native the library's own form where it has one.\n"
     "\"-\" in place of a text or a file reads standard input.\n"
     "HARMONY_DATA_DIR names another folder of the bundled data (chord grids, tables).";
@@ -121,6 +123,7 @@ int Run(int argc, char** argv) {
   app.set_help_all_flag("--help-all", "Show the help of every command");
   app.set_version_flag("--version", std::string("harmony ") + HARMONY_VERSION);
   app.footer(kRule);
+  AddParserOption(&app);
   AddAllCommands(app);
   TakeDataFolderFromEnvironment();
   if (const auto unknown = UnknownCommand(app, argc, argv)) {

@@ -10,6 +10,7 @@
 #include <ostream>
 #include <regex>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -89,6 +90,13 @@ struct TChordStringParse : public TraceFamily<TChordStringParse> {
   std::vector<std::string> SlashTokens{"/"};
   ChordSetFromStringPrefs ChordPrefs;
   CChordNamePrefs NamePrefs;
+  // Reads one token into a chord, told the chord before it (for "%"). While none is set, the
+  // forgiving chord-symbol parser reads each token and braces and hyphens are dropped from the
+  // text first; a reader that is set gets hyphens inside tokens (C-7), and a lone "-" is still
+  // no token. ParseStringIntoHarmAnlsChords::ReadLeadSheetToken is the lead-sheet reader.
+  using TSymbolReader = CChordLite (*)(std::string_view token, const CChordLite& previous,
+                                       const TChordStringParse& parse);
+  TSymbolReader SymbolReader = nullptr;
 
   void WriteTrace(std::ostream& out) const;
   void WriteTraceBrief(std::ostream& out) const;
@@ -101,6 +109,13 @@ namespace ParseStringIntoHarmAnlsChords {
 // piece. A text without any chord symbol gives an empty list. Never fails: a token that is
 // no chord symbol still gives a chord and takes a beat.
 CHarmAnlsChords ParseIntoChords(const std::string& text, const TChordStringParse& parse);
+
+// A token read by the lead-sheet reader (harmony/chords/LeadSheetChordReader.h): what it reads,
+// "%" as the previous chord, and with the parse's chord preference the simplification of a
+// bass note as the forgiving parser does it. A token it finds no root in (the forgiving
+// parser's words "nochord" and "undef" among them) goes to the forgiving parser.
+CChordLite ReadLeadSheetToken(std::string_view token, const CChordLite& previous,
+                              const TChordStringParse& parse);
 
 // Joins a token that begins with "ma" to the token before it ("C maj7" is one chord). The
 // token that slides into its place is not looked at, so of "C maj7 maj9" only the first

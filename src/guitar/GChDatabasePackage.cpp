@@ -1,6 +1,10 @@
 // The database on disk: library files, packages of them, and the user's and factory packages.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <set>
@@ -41,14 +45,58 @@ bool IsInside(const fs::path& file, const fs::path& folder) {
   return !folder.empty() && file.parent_path().lexically_normal() == folder.lexically_normal();
 }
 
+// The one place a library file or "GChInfo" is read; `why` receives the system's reason.
+std::optional<std::vector<uint8_t>> ReadMemberBytes(const fs::path& path, std::string* why) {
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    *why = std::generic_category().message(errno);
+    return std::nullopt;
+  }
+  std::vector<uint8_t> bytes;
+  uint8_t block[65536];
+  for (;;) {
+    const ssize_t got = ::read(fd, block, sizeof block);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) *why = std::generic_category().message(errno);
+    if (got <= 0) {
+      ::close(fd);
+      if (got < 0) return std::nullopt;
+      return bytes;
+    }
+    bytes.insert(bytes.end(), block, block + got);
+  }
+}
+
+// What is wrong with the bytes of "GChInfo", or nothing.
+std::string InfoFileProblem(const std::vector<uint8_t>& bytes) {
+  const auto info =
+      platform::PropertyListFromBytes(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const GChPropertyList* version = info ? info->find(kGChInfoVersionKey) : nullptr;
+  if (version == nullptr || !version->isInteger()) {
+    return "is no property list with the key \"" + std::string(kGChInfoVersionKey) + "\"";
+  }
+  if (version->integerValue() != kGChInfoVersion) {
+    return "gives the version " + std::to_string(version->integerValue()) + ", not " +
+           std::to_string(kGChInfoVersion);
+  }
+  return {};
+}
+
+std::string FileLabel(const std::string& libraryPath) {
+  return libraryPath.empty() ? std::string("the library file") : libraryPath;
+}
+
 }  // namespace
 
-bool GChCreateDbPackageAtPath(const std::string& path) {
+bool GChCreateDbPackageAtPath(const std::string& path, std::string* why) {
   const fs::path package = platform::ExpandTilde(path);
   std::error_code ec;
   // Never replaces what stands there: a package holds the user's libraries.
-  if (package.empty() || fs::exists(package, ec)) return false;
-  return platform::WriteDirectoryAtomically(package, {{kGChInfoFileName, InfoFileContent()}});
+  if (package.empty() || fs::exists(fs::symlink_status(package, ec))) {
+    if (why != nullptr) *why = package.empty() ? "no path" : "something else stands there";
+    return false;
+  }
+  return platform::WriteDirectoryAtomically(package, {{kGChInfoFileName, InfoFileContent()}}, why);
 }
 
 // --- reading ---
@@ -56,33 +104,42 @@ bool GChCreateDbPackageAtPath(const std::string& path) {
 bool GChDatabase::readOneRegularFile(const uint8_t* data, size_t length,
                                      const std::string& libraryPath) {
   using guitar_detail::DecodeTextField;
+  const auto refuse = [&](const std::string& what) {
+    mReadProblems.push_back(FileLabel(libraryPath) + " " + what);
+    return false;
+  };
   // The length in whole words must reach behind the header. The rest is counted in bytes:
   // a file ends where its last text ends, which need not be a word boundary, and a library
   // without chords must read back.
   const size_t rounded = length & ~size_t{3};
   if (data == nullptr || rounded < kGChLibraryHeaderSize ||
       std::memcmp(data, kGChLibraryMagic, 4) != 0) {
-    return false;
+    return refuse("is no guitar library (it does not start with \"gchT\" and a header)");
   }
   const size_t rest = length - kGChLibraryHeaderSize;
-  if (rest < 4) return false;
+  if (rest < 4) return refuse("ends before its tuning record");
   const uint8_t* chunk = data + kGChLibraryHeaderSize;
   const size_t chunkSize = guitar_detail::ReadBE32(chunk);
-  if (chunkSize > rest) return false;
+  if (chunkSize > rest) {
+    return refuse("gives the size of its tuning record as " + std::to_string(chunkSize) +
+                  ", but only " + std::to_string(rest) + " bytes follow");
+  }
   // A chunk too short to hold its header length, a header length of 0 or one beyond the chunk:
-  // there is no tuning to read, which is no error.
-  if (chunkSize < 8) return true;
-  const size_t headerLength = chunk[4];
-  if (headerLength == 0 || headerLength > chunkSize - 4) return true;
+  // there is no tuning to read, which is no error; but nothing of the file is taken in.
+  const size_t headerLength = chunkSize < 8 ? 0 : chunk[4];
+  if (headerLength == 0 || headerLength > chunkSize - 4) {
+    refuse("has no tuning in its tuning record; nothing was read from it");
+    return true;
+  }
 
   const size_t strings = (chunk[5] & 0x0F) + 1u;
-  if (8 + strings > chunkSize) return false;
+  if (8 + strings > chunkSize) return refuse("has a tuning record too short for its strings");
   GChShortTuning shortTuning{};
   std::memcpy(shortTuning.data(), chunk + 8, strings);
 
   size_t offset = 4 + headerLength;
   const auto tuningName = DecodeTextField(chunk + offset, chunkSize - offset);
-  if (!tuningName) return false;
+  if (!tuningName) return refuse("has a tuning name that cannot be read");
   std::string name = tuningName->text;
   if (!mLocalizedDefaultTuningName.empty() && name == kGChDefaultGuitarTuningName) {
     name = mLocalizedDefaultTuningName;
@@ -91,46 +148,67 @@ bool GChDatabase::readOneRegularFile(const uint8_t* data, size_t length,
 
   offset += tuningName->fieldSize;
   const auto libraryName = DecodeTextField(chunk + offset, chunkSize - offset);
-  if (!libraryName) return false;
+  if (!libraryName) return refuse("has a library name that cannot be read");
   GChLibrary* library = tuning->createLibraryWithPath(libraryPath, libraryName->text);
 
   bool ok = true;
   const size_t chordsStart = kGChLibraryHeaderSize + chunkSize;
   if (chordsStart < length) {
     ok = library->readChordChunksFromBuffer(data + chordsStart, length - chordsStart,
-                                            &mDbChordCount);
+                                            &mDbChordCount, chordsStart);
     library->setIsReadOnlyLibrary((data[7] & 1) != 0);
   }
   if (library->libraryName() == kFactoryLibraryName) {
     library->setLibraryName(platform::Localized(kFactoryLibraryDisplayName));
   }
+  if (library->isReadInPart()) {
+    const long count = library->numberOfBasicChords();
+    mReadProblems.push_back(FileLabel(libraryPath) + " was read only in part (" +
+                            std::to_string(count) + " grid" + (count == 1 ? "" : "s") +
+                            "): " + library->readProblem());
+  }
+  library->markSaved();
   return ok;
 }
 
 bool GChDatabase::readFromDbPackageWrapper(const GChPackageContents& contents,
                                            const fs::path& packagePath) {
+  bool hasInfo = false;
   for (const auto& [name, bytes] : contents) {
-    if (name == kGChInfoFileName) continue;  // the version record
+    if (name == kGChInfoFileName) {
+      hasInfo = true;
+      if (const std::string problem = InfoFileProblem(bytes); !problem.empty()) {
+        mReadProblems.push_back((packagePath / name).string() + " " + problem);
+      }
+      continue;
+    }
     readOneRegularFile(bytes.data(), bytes.size(), (packagePath / name).string());
+  }
+  if (!hasInfo) {
+    mReadProblems.push_back(packagePath.string() + " has no \"" + kGChInfoFileName + "\"");
   }
   return true;
 }
 
 bool GChDatabase::readLibraryFromFileWrapper(const fs::path& path) {
   std::error_code ec;
+  std::string why;
   if (fs::is_directory(path, ec)) {
     const auto members = platform::DirectoryMembers(path);
     if (!members) return false;
     GChPackageContents contents;
     for (const auto& member : *members) {
-      const std::string name = member.filename().string();
-      if (name == kGChInfoFileName) continue;
-      if (auto bytes = platform::ReadFileBytes(member))
-        contents.emplace_back(name, std::move(*bytes));
+      if (auto bytes = ReadMemberBytes(member, &why)) {
+        contents.emplace_back(member.filename().string(), std::move(*bytes));
+      } else {
+        mReadProblems.push_back(member.string() + " cannot be read: " + why);
+      }
     }
     return readFromDbPackageWrapper(contents, path);
   }
-  const auto bytes = platform::ReadFileBytes(path);
+  if (!fs::is_regular_file(path, ec)) return false;
+  const auto bytes = ReadMemberBytes(path, &why);
+  if (!bytes) mReadProblems.push_back(path.string() + " cannot be read: " + why);
   return bytes && readOneRegularFile(bytes->data(), bytes->size(), std::string());
 }
 
@@ -176,15 +254,35 @@ std::optional<GChPackageContents> GChDatabase::writeLibrariesToDbPackageWrapper(
 
 bool GChDatabase::writeLibraries(const std::vector<GChLibrary*>& libraries,
                                  const fs::path& toNewDbPackagePath) const {
+  mWriteProblem.clear();
+  const auto fail = [&](const std::string& what) {
+    mWriteProblem = toNewDbPackagePath.string() + ": " + what;
+    return false;
+  };
+  // Only a package is replaced, never another folder that happens to stand there.
+  std::error_code ec;
+  const fs::file_status status = fs::symlink_status(toNewDbPackagePath, ec);
+  if (fs::is_directory(status) &&
+      !fs::exists(fs::symlink_status(toNewDbPackagePath / kGChInfoFileName, ec))) {
+    return fail("is a folder but no package; it is not replaced");
+  }
   const auto contents = writeLibrariesToDbPackageWrapper(libraries);
-  return contents && platform::WriteDirectoryAtomically(toNewDbPackagePath, *contents);
+  if (!contents) return fail("a library cannot be written");
+  std::string why;
+  return platform::WriteDirectoryAtomically(toNewDbPackagePath, *contents, &why) || fail(why);
 }
 
 bool GChDatabase::updateDatabaseFiles() {
-  if (mDefaultUserPackagePath.empty()) return false;
+  mWriteProblem.clear();
+  if (mDefaultUserPackagePath.empty()) {
+    mWriteProblem = "no user package is set";
+    return false;
+  }
   std::error_code ec;
+  std::string why;
   if (!fs::is_directory(mDefaultUserPackagePath, ec) &&
-      !GChCreateDbPackageAtPath(mDefaultUserPackagePath.string())) {
+      !GChCreateDbPackageAtPath(mDefaultUserPackagePath.string(), &why)) {
+    mWriteProblem = mDefaultUserPackagePath.string() + ": " + why;
     return false;
   }
   bool ok = true;
@@ -193,7 +291,14 @@ bool GChDatabase::updateDatabaseFiles() {
         !IsInside(library->libraryPath(), mDefaultUserPackagePath)) {
       library->setLibraryPath(std::string());
     }
-    ok = library->updateLibraryFile(mDefaultUserPackagePath) && ok;
+    // A library whose file holds what it holds is left alone, keeping the file as it is.
+    const bool onDisk = !library->libraryPath().empty() &&
+                        fs::exists(fs::symlink_status(library->libraryPath(), ec));
+    if (onDisk && !library->hasUnsavedChanges()) continue;
+    if (!library->updateLibraryFile(mDefaultUserPackagePath, &why)) {
+      if (ok) mWriteProblem = why;
+      ok = false;
+    }
   }
   // Only files of the user's own package are ever removed.
   for (const auto& path : mPathsToDelete) {

@@ -127,21 +127,38 @@ std::optional<std::vector<uint8_t>> GChLibrary::wholeLibraryFileContent() const 
 
 // --- reading ---
 
-bool GChLibrary::readChordChunksFromBuffer(const uint8_t* buffer, size_t length,
-                                           long* dbChordCount) {
+bool GChLibrary::readChordChunksFromBuffer(const uint8_t* buffer, size_t length, long* dbChordCount,
+                                           size_t offsetInFile) {
   const GChShortTuning tuning = mTuning != nullptr ? mTuning->shortTuning2() : GChShortTuning{};
   std::array<ChunkElem, 16> elems;
-  while (length >= 5) {
+  // Where reading stopped or stepped over something, told by the record and its byte in the
+  // file; the first such place is kept.
+  int record = 1;
+  const auto note = [&](const std::string& what) {
+    if (mReadProblem.empty()) {
+      mReadProblem = "grid record " + std::to_string(record) + " at byte " +
+                     std::to_string(offsetInFile) + " " + what;
+    }
+    return false;
+  };
+  for (; length >= 5; ++record) {
     const uint32_t size = ReadBE32(buffer);
-    if (size > length || size < 4) return false;
+    if (size > length) {
+      return note("gives its size as " + std::to_string(size) + ", but only " +
+                  std::to_string(length) + " bytes are left");
+    }
+    if (size < 4) return note("gives its size as " + std::to_string(size));
     // F is little-endian; a chunk of five bytes has only its low byte.
     const size_t fixed = buffer[4] | (size > 5 ? buffer[5] << 8 : 0);
     if (size - 4 >= 1 && size - 4 >= fixed) {
       // The fixed part holds twelve bytes of fields and the elements; a chunk too short for
       // them is broken.
-      if (size < 16) return false;
+      if (size < 16)
+        return note("is too short for its fields (" + std::to_string(size) + " bytes)");
       const int count = ReadBE16(buffer + 8) & 0x0F;
-      if (fixed < 12u + 2u * count) return false;
+      if (fixed < 12u + 2u * count) {
+        return note("is too short for its " + std::to_string(count) + " fingers");
+      }
       const int lowest = buffer[7] & 0x1F;
       for (int i = 0; i < count; ++i) {
         const uint8_t b0 = buffer[16 + 2 * i], b1 = buffer[17 + 2 * i];
@@ -160,36 +177,87 @@ bool GChLibrary::readChordChunksFromBuffer(const uint8_t* buffer, size_t length,
       chord->setChordType(static_cast<GChChordTypeId>(ReadBE16(buffer + 8) >> 4));
       chord->setIsFavoriteMask(ReadBE32(buffer + 12));
       const auto name = guitar_detail::DecodeTextField(buffer + 4 + fixed, size - 4 - fixed);
-      if (!name) return false;
+      if (!name) return note("has a name that cannot be read");
       if (!chord->isEmpty()) {
         chord->setDbChordID(dbChordCount != nullptr ? (*dbChordCount)++ : -1);
         chord->setUserName(name->text);
         addChordRangePriv(std::move(chord));
       }
+    } else {
+      // Stepped over as the format asks; a rewrite would lose it.
+      note("is shorter than its fixed part of " + std::to_string(fixed) + " bytes");
     }
     buffer += size;
     length -= size;
+    offsetInFile += size;
   }
+  if (length > 0) note("is cut off after " + std::to_string(length) + " bytes");
   return true;
 }
 
-bool GChLibrary::updateLibraryFile(const std::filesystem::path& packagePath) {
-  namespace fs = std::filesystem;
+namespace {
+
+// FNV-1a: tells whether a library's content differs from what was read or last written.
+uint64_t ContentHash(const std::vector<uint8_t>& bytes) {
+  uint64_t hash = 14695981039346656037ull;
+  for (const uint8_t byte : bytes) hash = (hash ^ byte) * 1099511628211ull;
+  return hash;
+}
+
+}  // namespace
+
+void GChLibrary::markSaved() {
   const auto content = wholeLibraryFileContent();
-  if (!content) return false;
+  mSavedContentHash = content ? std::optional<uint64_t>(ContentHash(*content)) : std::nullopt;
+}
+
+bool GChLibrary::hasUnsavedChanges() const {
+  const auto content = wholeLibraryFileContent();
+  return !mSavedContentHash || !content || ContentHash(*content) != *mSavedContentHash;
+}
+
+bool GChLibrary::updateLibraryFile(const std::filesystem::path& packagePath, std::string* why) {
+  namespace fs = std::filesystem;
+  const auto fail = [why](const std::string& reason) {
+    if (why != nullptr) *why = reason;
+    return false;
+  };
+  if (isReadInPart()) {
+    return fail(mLibraryPath + " was read only in part (" + mReadProblem +
+                "): it is not written over");
+  }
+  const auto content = wholeLibraryFileContent();
+  if (!content) return fail("library '" + mLibraryName + "' " + unencodableText());
   std::error_code ec;
-  if (!mLibraryPath.empty() && fs::exists(mLibraryPath, ec)) {
-    return platform::WriteFileAtomically(mLibraryPath, content->data(), content->size());
+  std::string reason;
+  if (!mLibraryPath.empty() && fs::exists(fs::symlink_status(mLibraryPath, ec))) {
+    if (!platform::WriteFileAtomically(mLibraryPath, content->data(), content->size(), &reason))
+      return fail(mLibraryPath + ": " + reason);
+    markSaved();
+    return true;
   }
   for (unsigned long number = 1;; ++number) {
     char name[32];
     std::snprintf(name, sizeof name, "0x%lx", number);
     const fs::path candidate = packagePath / name;
-    if (fs::exists(candidate, ec)) continue;
-    if (!platform::WriteFileAtomically(candidate, content->data(), content->size())) return false;
+    if (fs::exists(fs::symlink_status(candidate, ec))) continue;
+    if (!platform::WriteFileAtomically(candidate, content->data(), content->size(), &reason))
+      return fail(candidate.string() + ": " + reason);
     mLibraryPath = candidate.string();
+    markSaved();
     return true;
   }
+}
+
+// Why the content cannot be written: a name that UTF-16 cannot hold.
+std::string GChLibrary::unencodableText() const {
+  if (!guitar_detail::EncodeTextField(mLibraryName)) return "has a name that is no valid UTF-8";
+  for (size_t i = 0; i < mBasicChords.size(); ++i) {
+    if (!guitar_detail::EncodeTextField(mBasicChords[i]->userName())) {
+      return "has a grid (number " + std::to_string(i + 1) + ") whose name is no valid UTF-8";
+    }
+  }
+  return "cannot be written";
 }
 
 std::string GChLibrary::description() const { return TraceString(); }

@@ -97,10 +97,9 @@ void ShowGrids(const GridsOptions& options) {
 // name is proposed, and the grid is drawn with its pitches.
 void NameGrid(const GridsOptions& options) {
   const std::string frets = WithStandardInput(options.frets);
-  const auto parsed = grid_tools::ParseFrets(frets);
-  if (!parsed) throw InputError("'" + frets + "' is no grid: write x32010 or x,3,2,0,1,0");
+  const std::vector<int> parsed = ReadGridFrets(frets);
   std::string error;
-  const auto basic = grid_tools::GridFromFrets(GChDefaultGuitarShortTuning(), *parsed, {}, &error);
+  const auto basic = grid_tools::GridFromFrets(GChDefaultGuitarShortTuning(), parsed, {}, &error);
   if (basic == nullptr) throw InputError("'" + frets + "': " + error);
   const GChChord chord(basic, 0);
   if (chord.stringFromPitches(0).empty()) throw InputError("'" + frets + "' sounds no note");

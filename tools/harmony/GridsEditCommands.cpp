@@ -20,14 +20,28 @@ namespace {
 
 void Save(GChDatabase& db) {
   if (!db.updateDatabaseFiles()) {
-    throw InputError("cannot write the user package " + db.defaultUserPackagePath().string());
+    throw InputError("cannot write the user package " + db.defaultUserPackagePath().string() +
+                     ": " + db.writeProblem());
+  }
+}
+
+// A library the user's change may go to: neither marked read-only nor read from a damaged
+// file, which would be written over with the part that was read.
+void CheckWritable(const GChLibrary& library) {
+  if (library.isReadOnlyLibrary()) {
+    throw InputError("library '" + library.libraryName() + "' is read-only");
+  }
+  if (library.isReadInPart()) {
+    throw InputError("library '" + library.libraryName() + "' was read only in part from " +
+                     library.libraryPath() + "; it is not changed until the file is repaired " +
+                     "('harmony grids --lenient export FILE' saves what was read)");
   }
 }
 
 // The id a grid has once saved: read the package again and find it at its place.
 long SavedId(const GridsOptions& options, const GChLibrary* library, size_t index) {
   const std::string path = library->libraryPath();
-  const auto reread = LoadDatabase(options);
+  const auto reread = LoadDatabase(options, false);
   for (GChLibrary* candidate : reread->allLibrariesForAnyTuning()) {
     if (candidate->libraryPath() == path && index < candidate->basicChords().size()) {
       return candidate->basicChords()[index]->dbChordID();
@@ -39,17 +53,16 @@ long SavedId(const GridsOptions& options, const GChLibrary* library, size_t inde
 GChLibrary* UserLibrary(GChTuning* tuning, const std::string& name) {
   for (const auto& library : tuning->tuningLibraries()) {
     if (library->libraryName() == name) {
-      if (library->isReadOnlyLibrary()) throw InputError("library '" + name + "' is read-only");
+      CheckWritable(*library);
       return library.get();
     }
   }
+  CheckUtf8Name(name, "library name");
   return tuning->createLibraryWithPath("", name);
 }
 
 std::shared_ptr<GChBasicChord> GridToAdd(const GridsOptions& options, GChTuning* tuning) {
-  const std::string text = WithStandardInput(options.frets);
-  const auto frets = grid_tools::ParseFrets(text);
-  if (!frets) throw InputError("bad frets '" + text + "': use e.g. x32010 or x,3,2,0,1,0");
+  const std::vector<int> frets = ReadGridFrets(WithStandardInput(options.frets));
   std::vector<int> fingers;
   if (!options.fingers.empty()) {
     auto parsed = grid_tools::ParseFingers(options.fingers);
@@ -57,7 +70,7 @@ std::shared_ptr<GChBasicChord> GridToAdd(const GridsOptions& options, GChTuning*
     fingers = *parsed;
   }
   std::string error;
-  auto grid = grid_tools::GridFromFrets(tuning->shortTuning2(), *frets, fingers, &error);
+  auto grid = grid_tools::GridFromFrets(tuning->shortTuning2(), frets, fingers, &error);
   if (!grid) throw InputError(error);
   if (grid->isEmpty()) throw InputError("a grid needs at least one pressed string");
   if (!options.root.empty()) grid->setRootNote(ReadGridKey(options.root, "root"));
@@ -67,6 +80,7 @@ std::shared_ptr<GChBasicChord> GridToAdd(const GridsOptions& options, GChTuning*
     grid->setDifficultyLevel(difficulty);
   }
   if (options.favorites) grid->setIsFavorite(true, 0);
+  CheckUtf8Name(options.name, "grid name");
   grid->setUserName(options.name);
   return grid;
 }
@@ -91,10 +105,7 @@ void RemoveGrid(const GridsOptions& options) {
   const long id = ReadGridId(options.id);
   const auto basic = ChordWithID(*db, id);
   GChLibrary* library = basic->library();
-  if (library->isReadOnlyLibrary()) {
-    throw InputError("chord " + std::to_string(id) + " belongs to the read-only library '" +
-                     library->libraryName() + "'");
-  }
+  CheckWritable(*library);
   library->deleteChordRange(basic.get());
   Save(*db);
   if (options.json != JsonMode::kNone) return PrintJson(Json::Object().Add("removed", id));
@@ -136,9 +147,10 @@ void ExportGrids(const GridsOptions& options) {
     std::cout << xml;
     return;
   }
+  std::string why;
   if (!platform::WriteFileAtomically(options.file, reinterpret_cast<const uint8_t*>(xml.data()),
-                                     xml.size())) {
-    throw InputError("cannot write " + options.file);
+                                     xml.size(), &why)) {
+    throw InputError("cannot write " + options.file + ": " + why);
   }
   if (options.json != JsonMode::kNone) {
     return PrintJson(Json::Object().Add("exported", chords.size()).Add("file", options.file));
@@ -161,6 +173,7 @@ std::vector<std::shared_ptr<GChBasicChord>> GridsToImport(const std::string& fil
     if (!GChIsValidShortTuning(grid->shortTuning()))
       throw InputError(entry + " has no valid tuning");
     if (grid->isEmpty()) throw InputError(entry + " has no pressed string");
+    CheckUtf8Name(grid->userName(), ("name of " + entry).c_str());
     grids.push_back(std::move(grid));
   }
   return grids;

@@ -2,11 +2,15 @@
 
 #include "GridsSupport.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <iostream>
 #include <set>
+#include <sstream>
 #include <system_error>
 
+#include "../make-factory-grids/GridFromFrets.h"
 #include "guitar/GChChordTypeTable.h"
 #include "harmony/guitar/GChChordFunctions.h"
 #include "harmony/guitar/GChLibrary.h"
@@ -97,7 +101,24 @@ fs::path UserPackagePath(const GridsOptions& options) {
   return GChDatabase::defaultUserPackageLocation();
 }
 
-std::unique_ptr<GChDatabase> LoadDatabase(const GridsOptions& options) {
+// A package that was not read whole is told: an error, so that nothing is done on a part of
+// the user's grids, or with --lenient a warning before working on what was read. Libraries
+// read in part are never written either way.
+void ReportReadProblems(const GChDatabase& db) {
+  if (db.readProblems().empty()) return;
+  std::string text;
+  for (const std::string& problem : db.readProblems()) {
+    text += (text.empty() ? "" : "\n") + problem;
+  }
+  if (!Lenient()) {
+    throw InputError(text +
+                     "\nnothing was done; 'harmony grids --lenient ...' works on what was read, " +
+                     "never writing over a library read in part");
+  }
+  std::cerr << "harmony: warning: " << text << '\n';
+}
+
+std::unique_ptr<GChDatabase> LoadDatabase(const GridsOptions& options, bool report) {
   auto db = std::make_unique<GChDatabase>();
   db->setLocalizedDefaultTuningName(kGChDefaultGuitarTuningName);
   const fs::path factory = GChDatabase::factoryPackageLocation();
@@ -110,6 +131,7 @@ std::unique_ptr<GChDatabase> LoadDatabase(const GridsOptions& options) {
   db->setDefaultUserPackagePath(user);
   db->setActiveTuning(db->tuningWithDefaultGuitarTuning());
   AssignStableIds(*db);
+  if (report) ReportReadProblems(*db);
   return db;
 }
 
@@ -120,6 +142,26 @@ std::shared_ptr<GChBasicChord> ChordWithID(const GChDatabase& db, long id) {
     }
   }
   throw InputError("no chord grid with id " + std::to_string(id));
+}
+
+std::vector<int> ReadGridFrets(const std::string& text) {
+  if (auto frets = grid_tools::ParseFrets(text)) return *frets;
+  // Tell which fret is wrong: in the separated form a number may be out of range.
+  if (text.find_first_of(", ") != std::string::npos) {
+    std::string words = text;
+    std::replace(words.begin(), words.end(), ',', ' ');
+    std::istringstream in(words);
+    for (std::string fret; in >> fret;) {
+      if (fret.find_first_not_of("0123456789") != std::string::npos) continue;
+      ReadInteger(fret, 0, kGChMaxAbsFretIndex + 1, "fret");
+    }
+  }
+  throw InputError("bad frets '" + text + "': use e.g. x32010 or x,3,2,0,1,0 (frets 0.." +
+                   std::to_string(kGChMaxAbsFretIndex + 1) + ")");
+}
+
+void CheckUtf8Name(const std::string& name, const char* what) {
+  if (!IsUtf8(name)) throw InputError(std::string("the ") + what + " is no valid UTF-8 text");
 }
 
 long ReadGridId(const std::string& text) {

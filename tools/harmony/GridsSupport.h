@@ -31,12 +31,18 @@ std::filesystem::path UserPackagePath(const GridsOptions& options);
 
 // The factory package and the user package, when it exists; nothing is written. Factory grids
 // keep the ids of their order; a user's grid has an id made from the grid itself (100000 and
-// above), so adding or removing other grids never changes it.
-std::unique_ptr<GChDatabase> LoadDatabase(const GridsOptions& options);
+// above), so adding or removing other grids never changes it. What was not read whole is an
+// InputError, or with --lenient a warning on standard error (`report` false: not told).
+std::unique_ptr<GChDatabase> LoadDatabase(const GridsOptions& options, bool report = true);
 
 // The stored grid with this id; InputError when there is none.
 std::shared_ptr<GChBasicChord> ChordWithID(const GChDatabase& db, long id);
 long ReadGridId(const std::string& text);
+// Frets from the lowest string as ParseFrets reads them; InputError naming a fret out of
+// range or the form to use.
+std::vector<int> ReadGridFrets(const std::string& text);
+// InputError for a grid or library name that is no UTF-8 (a library file cannot store it).
+void CheckUtf8Name(const std::string& name, const char* what);
 
 // What a list is filtered by: the options, or the root, bass and type of a chord symbol.
 GChFilterParameter GridFilter(const GridsOptions& options);

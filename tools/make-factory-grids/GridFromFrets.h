@@ -37,12 +37,11 @@ inline std::optional<std::vector<int>> ParseFrets(const std::string& text) {
     } else if (c >= '0' && c <= '9') {
       int value = c - '0';
       ++i;
-      // Checked digit by digit: a long run of digits must not overflow.
+      // Checked digit by digit, so that no number of digits can overflow.
       while (separated && i < text.size() && text[i] >= '0' && text[i] <= '9') {
         value = value * 10 + (text[i++] - '0');
         if (value > kGChMaxAbsFretIndex + 1) return std::nullopt;
       }
-      if (value > kGChMaxAbsFretIndex + 1) return std::nullopt;
       frets.push_back(value);
     } else {
       return std::nullopt;

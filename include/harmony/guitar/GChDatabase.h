@@ -30,8 +30,9 @@ constexpr const char* kGChPackageName = "GuitarChords.gchdb";
 // The members of a package by name with their bytes, in the order they are read or written.
 using GChPackageContents = std::vector<std::pair<std::string, std::vector<uint8_t>>>;
 
-// Writes a package holding only "GChInfo" (a leading "~/" stands for the home folder).
-bool GChCreateDbPackageAtPath(const std::string& path);
+// Writes a package holding only "GChInfo" (a leading "~/" stands for the home folder). Never
+// replaces anything; on failure `why` (if given) receives the reason.
+bool GChCreateDbPackageAtPath(const std::string& path, std::string* why = nullptr);
 
 // Which chords a list keeps. Each setter folds its argument as the comments say.
 struct GChFilterParameter : TraceFamily<GChFilterParameter> {
@@ -161,9 +162,17 @@ class GChDatabase : public TraceFamily<GChDatabase> {
     mDefaultUserPackagePath = path;
   }
   const std::filesystem::path& defaultUserPackagePath() const { return mDefaultUserPackagePath; }
-  // Writes every user library into the user package (made when missing) and removes the
-  // files of removed libraries there.
+  // Writes the user libraries that changed since they were read or written (and those not
+  // yet in the user package) into the user package, made when missing, and removes the files
+  // of removed libraries there. A library read in part is never written.
   bool updateDatabaseFiles();
+
+  // What reading did not take in whole, one text per file or package, naming its path: a
+  // file that is no library, a library read only in part, an unreadable member, a missing or
+  // broken "GChInfo". Libraries read in part are marked (GChLibrary::isReadInPart).
+  const std::vector<std::string>& readProblems() const { return mReadProblems; }
+  // Why the last write (updateDatabaseFiles, writeLibraries) failed, naming the path.
+  const std::string& writeProblem() const { return mWriteProblem; }
 
   const std::string& localizedDefaultTuningName() const { return mLocalizedDefaultTuningName; }
   void setLocalizedDefaultTuningName(const std::string& name) {
@@ -182,6 +191,8 @@ class GChDatabase : public TraceFamily<GChDatabase> {
   std::filesystem::path mDefaultUserPackagePath;
   std::vector<std::string> mPathsToDelete;
   long mDbChordCount = 0;
+  std::vector<std::string> mReadProblems;
+  mutable std::string mWriteProblem;
 
   std::shared_ptr<GChBasicChord> mEditedChord;
   std::shared_ptr<GChBasicChord> mUndoChord;

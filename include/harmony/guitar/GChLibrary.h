@@ -63,10 +63,25 @@ class GChLibrary : public TraceFamily<GChLibrary> {
   size_t writeTuningChunkToBuffer(uint8_t* buffer, size_t remLength) const;
   std::optional<std::vector<uint8_t>> wholeLibraryFileContent() const;
   // Reads chord chunks into this library; `dbChordCount` hands out the chord ids. False on a
-  // broken chunk, keeping the chords read before it.
-  bool readChordChunksFromBuffer(const uint8_t* buffer, size_t length, long* dbChordCount);
+  // broken chunk, keeping the chords read before it. Whatever is not read (a broken chunk, a
+  // chunk too short for its fields, bytes behind the last chunk) marks the library as read in
+  // part; `offsetInFile` is where the buffer starts in its file, for the message.
+  bool readChordChunksFromBuffer(const uint8_t* buffer, size_t length, long* dbChordCount,
+                                 size_t offsetInFile = 0);
   // Writes the file atomically to its known path, or to a new "0x<n>" file in the package.
-  bool updateLibraryFile(const std::filesystem::path& packagePath);
+  // A library read in part is never written: its file holds more than the library. On
+  // failure `why` (if given) receives the reason.
+  bool updateLibraryFile(const std::filesystem::path& packagePath, std::string* why = nullptr);
+
+  // --- what the file on disk holds ---
+  // Empty when the library was read whole (or never read); otherwise what stopped the read,
+  // e.g. "grid record 2 at byte 112 gives its size as 90 ...".
+  const std::string& readProblem() const { return mReadProblem; }
+  bool isReadInPart() const { return !mReadProblem.empty(); }
+  void setReadProblem(std::string problem) { mReadProblem = std::move(problem); }
+  // Remembers the present content as the one on disk; `hasUnsavedChanges` compares with it.
+  void markSaved();
+  bool hasUnsavedChanges() const;
 
   std::string description() const;
   void WriteTrace(std::ostream& out) const;
@@ -74,12 +89,16 @@ class GChLibrary : public TraceFamily<GChLibrary> {
   void WriteInitializerList(std::ostream& out) const;
 
  private:
+  std::string unencodableText() const;
+
   GChTuning* mTuning;  // not owned: the tuning owns its libraries
   long mRunTimeID;
   std::string mLibraryPath;
   std::string mLibraryName;
   bool mIsReadOnlyLibrary = false;
   std::vector<std::shared_ptr<GChBasicChord>> mBasicChords;
+  std::string mReadProblem;
+  std::optional<uint64_t> mSavedContentHash;
 };
 
 }  // namespace harmony

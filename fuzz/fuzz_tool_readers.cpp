@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "../tools/harmony/Command.h"
 #include "../tools/harmony/GridsSupport.h"
@@ -73,6 +74,8 @@ void CheckGridReaders(const std::string& text) {
     for (const int finger : *fingers) Check(finger >= 0 && finger <= 5);
   }
   tool::SetLenient(false);
+  std::vector<int> frets;
+  if (Accepted([&] { frets = tool::ReadGridFrets(text); })) Check(!frets.empty());
   long id = 0;
   if (Accepted([&] { id = tool::ReadGridId(text); })) Check(id >= 0);
   int key = 0;

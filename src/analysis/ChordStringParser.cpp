@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <optional>
 #include <sstream>
 #include <string_view>
 #include <utility>
+
+#include "platform/BoundedRead.h"
 
 namespace harmony {
 
@@ -310,14 +310,9 @@ CHarmAnlsChords HarmChordsFromChordString(const std::string& text) {
 }
 
 std::optional<std::string> ReadChordStringFile(const std::string& path) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) return std::nullopt;
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::ostringstream content;
-  content << in.rdbuf();
-  if (in.bad()) return std::nullopt;
-  return content.str();
+  platform::TBoundedRead read = platform::ReadBounded(path, platform::TReadKind::kChordList);
+  if (!read) return std::nullopt;
+  return std::move(read.bytes);
 }
 
 }  // namespace harmony

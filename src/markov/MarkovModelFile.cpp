@@ -9,6 +9,7 @@
 
 #include "harmony/markov/IteratorIndexConverter.h"
 #include "harmony/markov/VariableLengthMarkovModel.h"
+#include "platform/BoundedRead.h"
 #include "platform/JsonReader.h"
 
 namespace harmony {
@@ -128,13 +129,13 @@ void VariableLengthMarkovModel::DEBUG_PrintStatsForHistoryLength(
 
 bool VariableLengthMarkovModel::JSONDeserialization_Helper::VariableLengthMarkovModelFromJSONFile(
     const std::string& path, VariableLengthMarkovModel& model) {
-  std::ifstream file(path, std::ios::in | std::ios::binary);
-  std::ostringstream text;
-  if (!file || !(text << file.rdbuf())) {
+  const platform::TBoundedRead read =
+      platform::ReadBounded(path, platform::TReadKind::kMarkovModel);
+  if (!read) {
     model.Clear();
     return false;
   }
-  return VariableLengthMarkovModelFromJSONString(text.str(), model);
+  return VariableLengthMarkovModelFromJSONString(read.bytes, model);
 }
 
 bool VariableLengthMarkovModel::JSONDeserialization_Helper::VariableLengthMarkovModelFromJSONString(

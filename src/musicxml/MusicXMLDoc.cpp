@@ -1,10 +1,9 @@
 #include "harmony/musicxml/MusicXMLDoc.h"
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "musicxml/MusicXmlParserHarmonyDelegate.h"
+#include "platform/BoundedRead.h"
 #include "platform/XmlEventParser.h"
 
 namespace harmony {
@@ -22,10 +21,8 @@ void TMusicXMLDoc::clear() {
 
 bool TMusicXMLDoc::LoadFromMusicXMLFile(const std::string& path, TMusicXMLParseError* error) {
   // A file that cannot be read leaves the parser without bytes, which it reports.
-  std::ifstream in(path, std::ios::binary);
-  std::string bytes;
-  if (in) bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  return LoadFromMusicXMLBytes(bytes, error);
+  const platform::TBoundedRead read = platform::ReadBounded(path, platform::TReadKind::kMusicXml);
+  return LoadFromMusicXMLBytes(read.bytes, error);
 }
 
 bool TMusicXMLDoc::LoadFromMusicXMLBytes(std::string_view bytes, TMusicXMLParseError* error) {

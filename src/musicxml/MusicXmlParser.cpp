@@ -1,11 +1,11 @@
 #include "harmony/musicxml/MusicXmlParser.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include "harmony/musicxml/MusicXmlXPath.h"
 #include "musicxml/XMLParserDelegate_RecursiveMuxml.h"
 #include "platform/AtomicWrite.h"
+#include "platform/BoundedRead.h"
 #include "platform/CompressedFileWrapper.h"
 #include "platform/Localize.h"
 #include "platform/UserFolders.h"
@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // Scores larger than this are refused rather than read.
-constexpr std::size_t kMaxScoreBytes = std::size_t{64} << 20;
+constexpr std::size_t kMaxScoreBytes = platform::kMaxMusicXmlBytes;
 constexpr int kImportErrorCode = 259;
 
 TMusicXmlError ImportError(const char* englishDescription) {
@@ -42,29 +42,12 @@ std::string DtdCatalogPath() {
 }
 
 std::optional<std::string> ReadScore(const std::string& location, TMusicXmlError& error) {
-  std::error_code code;
-  if (!fs::is_regular_file(location, code)) {
-    error = {static_cast<int>(std::errc::no_such_file_or_directory), "POSIX",
-             "\"" + location + "\" is no file that can be read", 0, 0};
+  platform::TBoundedRead read = platform::ReadBounded(location, platform::TReadKind::kMusicXml);
+  if (!read) {
+    error = {read.error->code, "POSIX", read.error->Message(), 0, 0};
     return std::nullopt;
   }
-  std::ifstream in(location, std::ios::binary);
-  std::string bytes;
-  char buffer[65536];
-  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
-    bytes.append(buffer, static_cast<std::size_t>(in.gcount()));
-    if (bytes.size() > kMaxScoreBytes) {
-      error = {static_cast<int>(std::errc::file_too_large), "POSIX",
-               "\"" + location + "\" is larger than a score can be", 0, 0};
-      return std::nullopt;
-    }
-  }
-  if (in.bad()) {
-    error = {static_cast<int>(std::errc::io_error), "POSIX", "cannot read \"" + location + "\"",
-             0, 0};
-    return std::nullopt;
-  }
-  return bytes;
+  return std::move(read.bytes);
 }
 
 bool IsScoreRoot(const std::string& name) {

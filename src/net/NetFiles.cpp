@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <limits>
+#include <sstream>
 #include <string>
 #include <string_view>
 
 #include "harmony/net/NeuronalNet.h"
 #include "net/NetTypeNames.h"
+#include "platform/BoundedRead.h"
 
 namespace harmony {
 namespace {
@@ -162,7 +163,8 @@ std::pair<TFixedNetProp, TDynNetProp> NeuronalNet::load_net_properties_from_stre
 
 std::pair<TFixedNetProp, TDynNetProp> NeuronalNet::load_net_properties_from_file(
     const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  // A file that cannot be read gives what an empty one gives.
+  std::istringstream in(platform::ReadBounded(path, platform::TReadKind::kNetFile).bytes);
   return load_net_properties_from_stream(in);
 }
 
@@ -180,7 +182,7 @@ bool NeuronalNet::load_weights_from_stream(std::istream& in) {
 }
 
 bool NeuronalNet::load_weights_from_file(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::istringstream in(platform::ReadBounded(path, platform::TReadKind::kNetFile).bytes);
   return load_weights_from_stream(in);
 }
 

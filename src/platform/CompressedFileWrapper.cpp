@@ -1,7 +1,8 @@
 #include "platform/CompressedFileWrapper.h"
 
-#include <fstream>
 #include <sstream>
+
+#include "platform/BoundedRead.h"
 
 namespace harmony::platform {
 
@@ -30,21 +31,12 @@ void AddEntry(std::map<std::string, CompressedFileWrapper::Entry>& level, const 
 std::unique_ptr<CompressedFileWrapper> CompressedFileWrapper::Open(const std::string& path,
                                                                    std::size_t maxFileSize,
                                                                    std::string& error) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    error = "cannot open \"" + path + "\"";
+  TBoundedRead read = ReadBounded(path, maxFileSize);
+  if (!read) {
+    error = read.error->Message();
     return nullptr;
   }
-  std::string bytes;
-  char buffer[65536];
-  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
-    bytes.append(buffer, static_cast<std::size_t>(in.gcount()));
-    if (bytes.size() > maxFileSize) {
-      error = "\"" + path + "\" is larger than " + std::to_string(maxFileSize) + " bytes";
-      return nullptr;
-    }
-  }
-  return FromBytes(std::move(bytes), error);
+  return FromBytes(std::move(read.bytes), error);
 }
 
 std::unique_ptr<CompressedFileWrapper> CompressedFileWrapper::FromBytes(std::string bytes,

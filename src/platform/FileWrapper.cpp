@@ -1,23 +1,18 @@
 #include "platform/FileWrapper.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <system_error>
+
+#include "platform/BoundedRead.h"
 
 namespace harmony::platform {
 
 namespace fs = std::filesystem;
 
 std::optional<std::vector<uint8_t>> ReadFileBytes(const fs::path& path) {
-  std::error_code ec;
-  if (!fs::is_regular_file(path, ec)) return std::nullopt;
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::vector<uint8_t> bytes((std::istreambuf_iterator<char>(in)),
-                             std::istreambuf_iterator<char>());
-  if (in.bad()) return std::nullopt;
-  return bytes;
+  const TBoundedRead read = ReadBounded(path, TReadKind::kGridLibrary);
+  if (!read) return std::nullopt;
+  return std::vector<uint8_t>(read.bytes.begin(), read.bytes.end());
 }
 
 std::optional<std::vector<fs::path>> DirectoryMembers(const fs::path& path) {

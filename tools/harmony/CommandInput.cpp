@@ -2,11 +2,12 @@
 // input (see the rule in Command.h). Each reader first lets the library read the text as it
 // always does, then checks that nothing was stepped over.
 
+#include <unistd.h>
+
 #include <cctype>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
-#include <filesystem>
-#include <iostream>
 #include <iterator>
 #include <sstream>
 
@@ -16,6 +17,7 @@
 #include "harmony/chords/ScaleNameReader.h"
 #include "harmony/pitch/KeyNames.h"
 #include "harmony/pitch/SetFromStringHelper.h"
+#include "platform/BoundedRead.h"
 
 namespace harmony::tool {
 
@@ -118,14 +120,20 @@ std::string Trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-std::string& StandardInput() {
-  static std::string text;
-  static bool read = false;
-  if (!read) {
-    read = true;
-    text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-  }
-  return text;
+std::string InputLabel(const std::string& path) {
+  return path == "-" ? std::string("standard input") : Quoted(path);
+}
+
+std::string ReadFailure(const platform::TReadError& error) {
+  return "cannot read " + InputLabel(error.path) + ": " + error.reason;
+}
+
+// Standard input, read once, with the limit of the kind of its first reader.
+const std::string& StandardInput(platform::TReadKind kind = platform::TReadKind::kChordList) {
+  static const platform::TBoundedRead read =
+      platform::ReadBoundedDescriptor(STDIN_FILENO, "-", platform::DefaultReadLimit(kind));
+  if (!read) throw InputError(ReadFailure(*read.error));
+  return read.bytes;
 }
 
 // An octave number as a note name ends: "4", "-1".
@@ -365,6 +373,30 @@ long long ReadInteger(const std::string& text, long long min, long long max,
   return value;
 }
 
+double ReadDecimal(const std::string& text, double min, double max, const std::string& what) {
+  double value = 0.0;
+  const char* end = text.data() + text.size();
+  const auto [ptr, ec] = std::from_chars(text.data(), end, value, std::chars_format::fixed);
+  if (text.empty() || ec != std::errc() || ptr != end || !std::isfinite(value)) {
+    throw InputError(what + " " + Quoted(text) + " is not a decimal number (e.g. 0.25)");
+  }
+  if (value < min || value > max) {
+    std::ostringstream range;
+    range << min << ".." << max;
+    throw InputError(what + " " + Quoted(text) + " lies outside " + range.str());
+  }
+  return value;
+}
+
+CLI::Option* AddDecimalOption(CLI::App* cmd, const std::string& name, double& value, double min,
+                              double max, const std::string& help) {
+  return cmd->add_option_function<std::string>(
+      name, [&value, min, max, name](const std::string& text) {
+        value = ReadDecimal(text, min, max, name);
+      },
+      help);
+}
+
 std::vector<std::string> WithStandardInput(const std::vector<std::string>& arguments,
                                            TSplit split) {
   std::vector<std::string> result;
@@ -394,28 +426,45 @@ std::string WithStandardInput(const std::string& argument) {
   return text;
 }
 
-std::string ReadInputBytes(const std::string& path) {
-  if (path == "-") return StandardInput();
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
-    throw InputError(Quoted(path) + " is a folder, not a file");
+std::string ReadInputBytes(const std::string& path, platform::TReadKind kind) {
+  if (path != "-") {
+    platform::TBoundedRead read = platform::ReadBounded(path, kind);
+    if (!read) throw InputError(ReadFailure(*read.error));
+    return std::move(read.bytes);
   }
-  const std::optional<std::string> content = ReadChordStringFile(path);
-  if (!content) throw InputError("cannot read the file " + Quoted(path));
-  return *content;
+  const std::string& input = StandardInput(kind);
+  CheckInputSize(path, input.size(), kind);
+  return input;
+}
+
+void CheckInputSize(const std::string& path, std::size_t size, platform::TReadKind kind) {
+  const std::size_t limit = platform::DefaultReadLimit(kind);
+  if (size > limit) {
+    throw InputError(InputLabel(path) + " holds " + std::to_string(size) + " bytes, more than " +
+                     std::to_string(limit) + " for this kind of input");
+  }
 }
 
 std::string ReadInputText(const std::string& path) {
-  std::string text = ReadInputBytes(path);
+  std::string text = ReadInputBytes(path, platform::TReadKind::kChordList);
   CheckInputText(path, text);
   return text;
 }
 
-void CheckInputText(const std::string& path, const std::string& text) {
-  // Text holds no NUL byte and is valid UTF-8: what a text editor writes.
-  if (!gLenient && (text.find('\0') != std::string::npos || !IsUtf8(text))) {
-    throw InputError((path == "-" ? std::string("standard input") : Quoted(path)) +
-                     " is no text file" + kLenientHint);
+void CheckInputText(const std::string& path, std::string& text) {
+  // Text is UTF-8 without NUL bytes, what a text editor writes; UTF-16 behind its byte-order
+  // mark is turned into UTF-8 first.
+  platform::TBoundedRead decoded = platform::TextFromBytes(text, path);
+  if (decoded) {
+    text = std::move(decoded.bytes);
+  } else if (!gLenient) {
+    throw InputError(InputLabel(path) + " is no text file: " + decoded.error->reason +
+                     kLenientHint);
+  }
+  const std::size_t nul = text.find('\0');
+  if (!gLenient && nul != std::string::npos) {
+    throw InputError(InputLabel(path) + " is no text file: a NUL byte at byte " +
+                     std::to_string(nul) + kLenientHint);
   }
 }
 

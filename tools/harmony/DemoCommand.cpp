@@ -207,7 +207,7 @@ void DemoMusicXmlLeadSheet() {
   Heading("A MusicXML lead sheet: " + path.substr(path.rfind('/') + 1));
   TMusicXMLDoc doc;
   try {
-    doc = ImportMusicXmlHarmonies(path, ReadInputBytes(path));
+    doc = ImportMusicXmlHarmonies(path, ReadInputBytes(path, platform::TReadKind::kMusicXml));
   } catch (const InputError& error) {
     std::cout << "(the bundled example cannot be read: " << error.what() << ")\n";
     return;

@@ -10,30 +10,11 @@
 #include "harmony/chords/ChordHeavy.h"
 #include "harmony/pitch/Enh.h"
 #include "harmony/pitch/KeyNames.h"
+#include "platform/BoundedRead.h"
 
 namespace harmony::tool {
 
 namespace {
-
-// The length of the UTF-8 sequence that starts at `at`, or 0 when the bytes there are none:
-// a stray continuation byte, a cut sequence, an overlong form, a surrogate or a value beyond
-// U+10FFFF.
-std::size_t Utf8SequenceLength(std::string_view text, std::size_t at) {
-  const auto byte = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char lead = byte(at);
-  if (lead < 0x80) return 1;
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC2 ? 2 : 0;
-  if (length == 0 || lead > 0xF4 || at + length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(at + i) & 0xC0) != 0x80) return 0;
-  }
-  const unsigned char second = byte(at + 1);
-  if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
-      (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90)) {
-    return 0;
-  }
-  return length;
-}
 
 std::string NumberText(double value) {
   char buffer[32];
@@ -116,7 +97,7 @@ std::string JsonQuoted(std::string_view text) {
   std::string quoted = "\"";
   for (std::size_t i = 0; i < text.size();) {
     const unsigned char c = static_cast<unsigned char>(text[i]);
-    const std::size_t length = Utf8SequenceLength(text, i);
+    const std::size_t length = platform::Utf8SequenceLength(text, i);
     if (length == 0) {
       quoted += "\xEF\xBF\xBD";
       ++i;
@@ -138,14 +119,7 @@ std::string JsonQuoted(std::string_view text) {
   return quoted + "\"";
 }
 
-bool IsUtf8(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t length = Utf8SequenceLength(text, i);
-    if (length == 0) return false;
-    i += length;
-  }
-  return true;
-}
+bool IsUtf8(std::string_view text) { return !platform::FirstNonUtf8Byte(text).has_value(); }
 
 Json EnhJson(TEnh enh) { return enh >= TEnh_bbb && enh <= TEnh_sss ? Json(EnhText(enh)) : Json(); }
 

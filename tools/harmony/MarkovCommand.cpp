@@ -9,6 +9,7 @@
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -435,17 +436,16 @@ void AddModelOptions(CLI::App* cmd, MarkovOptions& options) {
 }
 
 void AddSearchOptions(CLI::App* cmd, MarkovOptions& options) {
-  cmd->add_option("--samples", options.samples,
-                  "Candidates drawn before one is chosen by weight (default 20)")
-      ->check(CLI::Range(1, 10000));
-  cmd->add_option("--variety", options.variety,
-                  "0..1: how uncertain a history must be to be kept; above 0 the generator "
-                  "leaves near-certain histories for shorter ones (default 0)")
-      ->check(CLI::Range(0.0, 1.0));
+  AddIntegerOption(cmd, "--samples", options.samples, 1, 10000,
+                   "Candidates drawn before one is chosen by weight (default 20)");
+  AddDecimalOption(cmd, "--variety", options.variety, 0.0, 1.0,
+                   "0..1: how uncertain a history must be to be kept; above 0 the generator "
+                   "leaves near-certain histories for shorter ones (default 0)");
 }
 
 void AddSeedOption(CLI::App* cmd, MarkovOptions& options) {
-  cmd->add_option("--seed", options.seed, "Seed of the random source: a seed repeats a result")
+  AddIntegerOption(cmd, "--seed", options.seed, 0, std::numeric_limits<std::uint32_t>::max(),
+                   "Seed of the random source: a seed repeats a result")
       ->each([&options](const std::string&) { options.seeded = true; });
 }
 
@@ -484,17 +484,16 @@ const CommandRegistration kRegistration{
                        "folders of them (*.txt, *.chords)")
           ->required();
       learn->add_option("-o,--output", options->output, "Model file to write")->required();
-      learn->add_option("--history", options->history, "Longest history learned (default 3)")
-          ->check(CLI::Range(1, 8));
+      AddIntegerOption(learn, "--history", options->history, 1, 8,
+                       "Longest history learned (default 3)");
       AddMethodOption(learn, *options);
       learn->add_flag("--json", options->json, "Print the summary as JSON");
       learn->callback([options] { RunLearn(*options); });
 
       CLI::App* generate =
           markov->add_subcommand("generate", "Generate a progression of so many bars");
-      generate->add_option("--bars", options->bars, "Bars of four beats")
-          ->required()
-          ->check(CLI::Range(1, 256));
+      AddIntegerOption(generate, "--bars", options->bars, 1, 256, "Bars of four beats")
+          ->required();
       generate->add_option("--key", options->key,
                            "Key of the progression (default C), e.g. Eb, F#m");
       AddSearchOptions(generate, *options);
@@ -550,10 +549,10 @@ const CommandRegistration kRegistration{
           "holdout",
           "Learn all but every tenth file, then rate those against their chords shuffled");
       holdout->add_option("FILE", options->inputs, "Files or folders")->required();
-      holdout->add_option("--history", options->history, "Longest history learned (default 3)")
-          ->check(CLI::Range(1, 8));
-      holdout->add_option("--every", options->every, "Hold out every so many files (default 10)")
-          ->check(CLI::Range(2, 1000));
+      AddIntegerOption(holdout, "--history", options->history, 1, 8,
+                       "Longest history learned (default 3)");
+      AddIntegerOption(holdout, "--every", options->every, 2, 1000,
+                       "Hold out every so many files (default 10)");
       AddMethodOption(holdout, *options);
       AddSeedOption(holdout, *options);
       holdout->add_flag("--json", options->json, "Print the result as JSON");

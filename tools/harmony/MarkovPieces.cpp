@@ -181,14 +181,18 @@ std::vector<fs::path> MarkovInputFiles(const std::vector<std::string>& arguments
 }
 
 TMarkovPiece ReadMarkovPiece(const fs::path& file) {
-  std::string bytes = ReadInputBytes(file.string());
+  std::string bytes = ReadInputBytes(file.string(), platform::TReadKind::kMusicXml);
   TMarkovPiece piece{file.string(), TMarkovPieceKind::kChordList, {}, {}};
   if (LooksLikeMusicXml(bytes)) {
     piece.Kind = TMarkovPieceKind::kMusicXml;
     piece.Doc = ImportMusicXmlHarmonies(piece.Source, std::move(bytes));
     PlaceOnWholeBeats(piece.Doc);
     piece.Text = LeadSheetChordList(piece.Doc);
-  } else if (LooksLikeHarteAnnotation(bytes)) {
+    return piece;
+  }
+  CheckInputSize(file.string(), bytes.size(), platform::TReadKind::kChordList);
+  CheckInputText(file.string(), bytes);
+  if (LooksLikeHarteAnnotation(bytes)) {
     piece.Kind = TMarkovPieceKind::kAnnotation;
     piece.Text = HarteAnnotationToChordList(bytes);
   } else {

@@ -39,8 +39,9 @@ std::unique_ptr<VariableLengthMarkovModel> LoadMarkovModel(const std::string& pa
   const std::string file = path.empty() ? DefaultModelPath() : path;
   auto model = std::make_unique<VariableLengthMarkovModel>();
   using Reader = VariableLengthMarkovModel::JSONDeserialization_Helper;
-  if (!Reader::VariableLengthMarkovModelFromJSONFile(file, *model)) {
-    throw InputError("cannot read the Markov model \"" + file + "\"");
+  const std::string text = ReadInputBytes(file, platform::TReadKind::kMarkovModel);
+  if (!Reader::VariableLengthMarkovModelFromJSONString(text, *model)) {
+    throw InputError("cannot read the Markov model \"" + file + "\": no model file");
   }
   if (model->MaxHistoryLength() < 1 || model->MaxHistoryLength() > kLongestUsableHistory ||
       model->TransitionMap().empty()) {

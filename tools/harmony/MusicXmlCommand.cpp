@@ -58,7 +58,7 @@ class ScoreInput {
  public:
   ScoreInput(const std::string& path, bool lenient) : _path(path) {
     if (path != "-" && !lenient) return;
-    std::string bytes = ReadInputBytes(path);
+    std::string bytes = ReadInputBytes(path, platform::TReadKind::kMusicXml);
     const bool zipped = bytes.substr(0, 2) == "PK";
     if (lenient && zipped && LooksLikeMusicXml(bytes)) {
       Write(PlainMusicXml(path, std::move(bytes)), ".xml");
@@ -94,9 +94,6 @@ std::string ErrorText(const std::string& file, const TMusicXmlError& error) {
 }
 
 void RunMusicXml(const MusicXmlOptions& options) {
-  if (options.ticks < 1 || options.ticks > 32767) {
-    throw InputError("--ticks must be 1..32767, not " + std::to_string(options.ticks));
-  }
   const ScoreInput input(options.file, options.lenient);
   const std::string& path = input.path();
   MusicXmlEventPrinter printer(std::cout, options.json, options.part, options.ticks);
@@ -127,7 +124,8 @@ const CommandRegistration kRegistration{
       cmd->add_flag("--json", options->json, "Print one JSON object per event");
       cmd->add_option("--part", options->part, "Print only the events of this part (its id, e.g. P1)");
       cmd->add_option("--midi", options->midi, "Write the notes as a standard MIDI file (format 1)");
-      cmd->add_option("--ticks", options->ticks, "MIDI ticks per quarter note (default 960)");
+      AddIntegerOption(cmd, "--ticks", options->ticks, 1, 32767,
+                       "MIDI ticks per quarter note (default 960)");
       cmd->add_flag("--lenient", options->lenient,
                     "Read scores that are not valid against their document type, and compressed "
                     "files whose container cannot be read");

@@ -102,11 +102,13 @@ TMusicXMLDoc ImportMusicXmlHarmonies(const std::string& label, std::string bytes
 
 TChordsFile ReadChordsFile(const std::string& path) {
   const std::string label = path == "-" ? "standard input" : path;
-  std::string bytes = ReadInputBytes(path);
+  // Which of the two it is shows only once read: the larger limit first.
+  std::string bytes = ReadInputBytes(path, platform::TReadKind::kMusicXml);
   TChordsFile file;
   if (LooksLikeMusicXml(bytes)) {
     file.musicXml = ImportMusicXmlHarmonies(label, std::move(bytes));
   } else {
+    CheckInputSize(path, bytes.size(), platform::TReadKind::kChordList);
     CheckInputText(path, bytes);
     file.chordList = std::move(bytes);
   }

@@ -128,9 +128,6 @@ void RunVoice(const VoiceOptions& options) {
   TChordVoicingPrefs voicingPrefs;
   voicingPrefs.AddRootOctaveBelow = options.rootBelow ? 1 : 0;
 
-  if (options.beats < 1 || options.beats > 64) {
-    throw InputError("--beats must be 1..64, not " + std::to_string(options.beats));
-  }
   TMidiSong song = ChordSong();
 
   KeyTextTable table({"chord", "notes", "names"});
@@ -182,8 +179,8 @@ const CommandRegistration kRegistration{
       AddJsonOption(cmd, options->json, false);
       cmd->add_option("--midi", options->midi,
                       "Write the voicings as a standard MIDI file, one chord after the other");
-      cmd->add_option("--beats", options->beats,
-                      "Quarter notes each chord lasts in the MIDI file (default 4)");
+      AddIntegerOption(cmd, "--beats", options->beats, 1, 64,
+                       "Quarter notes each chord lasts in the MIDI file (default 4)");
       cmd->footer(
           "Note 60 is middle C, written C4. The root sits in 53..65 with the chord tones above it; "
           "ninths,\n"

@@ -1,10 +1,6 @@
 // The database on disk: library files, packages of them, and the user's and factory packages.
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <set>
@@ -13,6 +9,7 @@
 #include "guitar/GChBytes.h"
 #include "harmony/guitar/GChDatabase.h"
 #include "platform/AtomicWrite.h"
+#include "platform/BoundedRead.h"
 #include "platform/FileWrapper.h"
 #include "platform/Localize.h"
 #include "platform/PropertyList.h"
@@ -47,24 +44,13 @@ bool IsInside(const fs::path& file, const fs::path& folder) {
 
 // The one place a library file or "GChInfo" is read; `why` receives the system's reason.
 std::optional<std::vector<uint8_t>> ReadMemberBytes(const fs::path& path, std::string* why) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) {
-    *why = std::generic_category().message(errno);
+  const platform::TBoundedRead read =
+      platform::ReadBounded(path, platform::TReadKind::kGridLibrary);
+  if (!read) {
+    *why = read.error->reason;
     return std::nullopt;
   }
-  std::vector<uint8_t> bytes;
-  uint8_t block[65536];
-  for (;;) {
-    const ssize_t got = ::read(fd, block, sizeof block);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) *why = std::generic_category().message(errno);
-    if (got <= 0) {
-      ::close(fd);
-      if (got < 0) return std::nullopt;
-      return bytes;
-    }
-    bytes.insert(bytes.end(), block, block + got);
-  }
+  return std::vector<uint8_t>(read.bytes.begin(), read.bytes.end());
 }
 
 // What is wrong with the bytes of "GChInfo", or nothing.

@@ -160,7 +160,7 @@ void ExportGrids(const GridsOptions& options) {
 }
 
 std::vector<std::shared_ptr<GChBasicChord>> GridsToImport(const std::string& file) {
-  const std::string bytes = ReadInputBytes(file);
+  const std::string bytes = ReadInputBytes(file, platform::TReadKind::kGridLibrary);
   const auto plist = platform::PropertyListFromBytes(bytes.data(), bytes.size());
   if (!plist) throw InputError(file + " is no property list");
   const std::vector<GChPropertyList> entries =

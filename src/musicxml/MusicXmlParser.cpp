@@ -44,7 +44,7 @@ std::string DtdCatalogPath() {
 std::optional<std::string> ReadScore(const std::string& location, TMusicXmlError& error) {
   platform::TBoundedRead read = platform::ReadBounded(location, platform::TReadKind::kMusicXml);
   if (!read) {
-    error = {read.error->code, "POSIX", read.error->Message(), 0, 0};
+    error = {read.error->code, "POSIX", read.error->reason, 0, 0};  // the caller knows the path
     return std::nullopt;
   }
   return std::move(read.bytes);

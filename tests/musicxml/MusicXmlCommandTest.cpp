@@ -88,6 +88,10 @@ TEST_F(MusicXmlCommand, RefusalsAreMessagesNotCrashes) {
 
   const auto missing = RunTool("musicxml /no/such/score.musicxml");
   EXPECT_EQ(missing.status, 1);
+  // The path is named once, with the system's reason.
+  EXPECT_TRUE(
+      Contains(missing.output, "harmony: /no/such/score.musicxml: No such file or directory"))
+      << missing.output;
 
   // Zero divisions are alerted and the import goes on: the tool refuses what it could not
   // read fully, unless --lenient.

@@ -15,6 +15,7 @@
 #include <tuple>
 
 #include "MusicXmlImportRecorder.h"
+#include "TempFolder.h"
 #include "ToolRun.h"
 
 namespace harmony {
@@ -36,8 +37,9 @@ class MusicXmlCommand : public ::testing::Test {
     if (std::string(HARMONY_TOOL_PATH).empty()) GTEST_SKIP() << "the tool is not built";
     if (!fs::exists(kSuite) || !fs::exists(kSamples)) GTEST_SKIP() << "no MusicXML test data";
   }
-  const fs::path _midi = fs::temp_directory_path() / "harmony-musicxml-test.mid";
-  void TearDown() override { fs::remove(_midi); }
+  // A folder of each test's own: the tests run side by side in processes of their own.
+  testing::TempFolder _temp;
+  const fs::path _midi = _temp.path() / "test.mid";
 };
 
 TEST_F(MusicXmlCommand, EventLinesJsonAndOnePart) {

@@ -265,7 +265,12 @@ CHarmAnlsChords ParseStringIntoHarmAnlsChords::ParseIntoChords(const std::string
 CChordLite ParseStringIntoHarmAnlsChords::ReadLeadSheetToken(std::string_view token,
                                                              const CChordLite& previous,
                                                              const TChordStringParse& parse) {
-  const TLeadSheetChordRead read = ReadLeadSheetChord(token, parse.NamePrefs, previous);
+  return ChordOfLeadSheetRead(ReadLeadSheetChord(token, parse.NamePrefs, previous), token, parse);
+}
+
+CChordLite ParseStringIntoHarmAnlsChords::ChordOfLeadSheetRead(const TLeadSheetChordRead& read,
+                                                               std::string_view token,
+                                                               const TChordStringParse& parse) {
   CChordLite chord = read.Chord;
   if (read.Kind == TLeadSheetSymbolKind::kNothing) {
     SetFromString(std::string(token), chord, parse.ChordPrefs, parse.NamePrefs);

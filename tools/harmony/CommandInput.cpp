@@ -215,8 +215,7 @@ CChordLite ReadLeadSheetSymbol(const std::string& text, const ChordSetFromString
   TChordStringParse parse;
   parse.ChordPrefs = prefs;
   parse.NamePrefs = namePrefs;
-  return ParseStringIntoHarmAnlsChords::ReadLeadSheetToken(
-      text, previous != nullptr ? *previous : CChordLite(), parse);
+  return ParseStringIntoHarmAnlsChords::ChordOfLeadSheetRead(read, text, parse);
 }
 
 }  // namespace
@@ -391,7 +390,8 @@ double ReadDecimal(const std::string& text, double min, double max, const std::s
 CLI::Option* AddDecimalOption(CLI::App* cmd, const std::string& name, double& value, double min,
                               double max, const std::string& help) {
   return cmd->add_option_function<std::string>(
-      name, [&value, min, max, name](const std::string& text) {
+      name,
+      [&value, min, max, name](const std::string& text) {
         value = ReadDecimal(text, min, max, name);
       },
       help);

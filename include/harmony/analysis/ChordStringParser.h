@@ -18,6 +18,7 @@
 #include "harmony/Trace.h"
 #include "harmony/analysis/HarmAnlsChord.h"
 #include "harmony/chords/ChordSymbolParser.h"
+#include "harmony/chords/LeadSheetChordReader.h"
 #include "harmony/pitch/ChordNamePrefs.h"
 
 namespace harmony {
@@ -116,6 +117,9 @@ CHarmAnlsChords ParseIntoChords(const std::string& text, const TChordStringParse
 // parser's words "nochord" and "undef" among them) goes to the forgiving parser.
 CChordLite ReadLeadSheetToken(std::string_view token, const CChordLite& previous,
                               const TChordStringParse& parse);
+// The same for a token the lead-sheet reader has already read into `read`.
+CChordLite ChordOfLeadSheetRead(const TLeadSheetChordRead& read, std::string_view token,
+                                const TChordStringParse& parse);
 
 // Joins a token that begins with "ma" to the token before it ("C maj7" is one chord). The
 // token that slides into its place is not looked at, so of "C maj7 maj9" only the first

@@ -39,10 +39,12 @@ void CheckChordSymbol(const std::string& text) {
   if (!Accepted([&] { strict = tool::ReadChordSymbol(text); })) return;
   tool::SetLenient(true);
   Check(tool::ReadChordSymbol(text) == strict);
-  // Only the no-chord words are accepted without a root.
+  // Only no-chord symbols (the library's words, the lead sheets' N.C.) are accepted without a
+  // root.
   std::string lowered;
   for (const char c : text) lowered += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-  Check(strict.RootKeyEnh.KeyNr != kKeyNrUndef || lowered.find("nochord") != std::string::npos ||
+  Check(strict.RootKeyEnh.KeyNr != kKeyNrUndef || strict.IsNoChordForce() ||
+        lowered.find("nochord") != std::string::npos ||
         lowered.find("undef") != std::string::npos || lowered.find('-') != std::string::npos);
 }
 
